@@ -1,0 +1,44 @@
+#include "toolkit/OptionButton.h"
+
+#include "toolkit/Container.h"
+
+namespace qf {
+
+OptionButton::OptionButton(const OptionButton& other)
+    : Widget(other), m_caption(other.m_caption), m_tag(other.m_tag), m_enabled(other.m_enabled)
+{
+}
+
+OptionButton::~OptionButton()
+{
+    if (container() && container()->m_selectedOption == this)
+        container()->m_selectedOption = nullptr;
+}
+
+void OptionButton::setValue(bool selected)
+{
+    if (selected == m_value)
+        return;
+    Container* group = container();
+    if (!selected) {
+        if (group && group->m_selectedOption == this)
+            group->m_selectedOption = nullptr;
+        assign(m_value, false, Property::Value);
+        return;
+    }
+    if (group) {
+        if (OptionButton* previous = group->m_selectedOption; previous && previous != this)
+            previous->assign(previous->m_value, false, Property::Value);
+        group->m_selectedOption = this;
+    }
+    assign(m_value, true, Property::Value);
+    click.raise();
+}
+
+void OptionButton::userClick()
+{
+    if (m_enabled)
+        setValue(true);
+}
+
+} // namespace qf
