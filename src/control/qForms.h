@@ -1,0 +1,127 @@
+#pragma once
+
+#include "control/ControlWidgets.h"
+#include "platform/LanguageTextProvider.h"
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+// The options control of a game launcher: one instance per game page. The host
+// sets the properties, then drives the control through its public methods and
+// learns the game's state from the status line and StatusChange.
+class qForms : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("Description", "Quillmarsh 2 - Options Control v1.01")
+    Q_CLASSINFO("qpGameName", "Name of the game.")
+    Q_CLASSINFO("qpGamePath", "Path of the game.")
+    Q_CLASSINFO("qpLanguageIndex", "Language identifier.")
+    Q_CLASSINFO("qpUseModSelection", "Whether the control uses the mod selection controls.")
+    Q_CLASSINFO("qpUseAdditionalCommandLineParameters",
+                "Whether the control uses the additional command line paramter controls.")
+    Q_CLASSINFO("qpUseConfigs", "Whether the control uses the config controls.")
+    Q_CLASSINFO("qpGameApplication", "Application name of the game.")
+    Q_CLASSINFO("qpGameStatus", "Status of the game.")
+    Q_CLASSINFO("qpGameStatusColour", "Colour of detection bar.")
+    Q_CLASSINFO("qpGameBase", "Base of the game.")
+    Q_CLASSINFO("qpVersionType", "Version type of game. 0-None, 1-PK Based, 2-Version Extraction")
+    Q_CLASSINFO("qpQGD", "Path to .qgd (Quillmarsh Game Data) file.")
+    Q_CLASSINFO("AppPath", "Path of the application using this control.")
+    Q_CLASSINFO("lblStatus_Change", "Game detection event.")
+    Q_CLASSINFO("StatusChange", "Game status event.")
+
+    Q_PROPERTY(QString qpGameName READ qpGameName WRITE setQpGameName)
+    Q_PROPERTY(QString qpGamePath READ qpGamePath WRITE setQpGamePath)
+    Q_PROPERTY(qint16 qpLanguageIndex READ qpLanguageIndex WRITE setQpLanguageIndex)
+    Q_PROPERTY(bool qpUseModSelection READ qpUseModSelection WRITE setQpUseModSelection)
+    Q_PROPERTY(bool qpUseAdditionalCommandLineParameters READ qpUseAdditionalCommandLineParameters
+                   WRITE setQpUseAdditionalCommandLineParameters)
+    Q_PROPERTY(bool qpUseConfigs READ qpUseConfigs WRITE setQpUseConfigs)
+    Q_PROPERTY(QString qpGameApplication READ qpGameApplication WRITE setQpGameApplication)
+    Q_PROPERTY(QString qpGameStatus READ qpGameStatus)
+    Q_PROPERTY(QString qpGameStatusColour READ qpGameStatusColour)
+    Q_PROPERTY(QString qpGameBase READ qpGameBase WRITE setQpGameBase)
+    Q_PROPERTY(QString qpVersionType READ qpVersionType WRITE setQpVersionType)
+    Q_PROPERTY(QString qpQGD READ qpQGD WRITE setQpQGD)
+    Q_PROPERTY(QString AppPath READ AppPath WRITE setAppPath)
+
+public:
+    explicit qForms(QObject* parent = nullptr);
+    ~qForms() override;
+
+    QString qpGameName() const { return strGameName; }
+    void setQpGameName(const QString& strGameName2);
+    QString qpGamePath() const { return strGamePath; }
+    void setQpGamePath(const QString& strGamePath2);
+    qint16 qpLanguageIndex() const { return intLanguageIndex; }
+    // Re-captions the fixed widgets; a failed text lookup ends the call there.
+    void setQpLanguageIndex(qint16 intL1);
+    bool qpUseModSelection() const { return bolUseModSelection; }
+    void setQpUseModSelection(bool strUseModSelection2);
+    bool qpUseAdditionalCommandLineParameters() const { return bolUseAdditionalCommandLineParameters; }
+    void setQpUseAdditionalCommandLineParameters(bool strUseAdditionalCommandLineParameters2);
+    bool qpUseConfigs() const { return bolUseConfigs; }
+    void setQpUseConfigs(bool bolUseConfigs2);
+    QString qpGameApplication() const { return strGameApplication; }
+    void setQpGameApplication(const QString& strGameApplication2);
+    QString qpGameStatus() const;
+    QString qpGameStatusColour() const { return strGameStatusColour; }
+    QString qpGameBase() const { return strGameBase; }
+    void setQpGameBase(const QString& strGameBase2);
+    QString qpVersionType() const { return strVersionType; }
+    // A text that is not a number throws qf::TypeMismatchError and stays stored.
+    void setQpVersionType(const QString& strVersionType2);
+    QString qpQGD() const { return strQGDFile; }
+    void setQpQGD(const QString& strQGDFile2);
+    QString AppPath() const { return strAppPath; }
+    void setAppPath(const QString& strAppPath2);
+
+    // Raises StatusChange; runs on every change of the status line.
+    Q_INVOKABLE void lblStatus_Change();
+
+    // The language text provider, created on first use unless the host gave one.
+    qf::LanguageTextProvider& languageTextProvider();
+    void setLanguageTextProvider(std::shared_ptr<qf::LanguageTextProvider> provider);
+
+    // The text of a three-digit text number in the current language.
+    QString languageText(const QString& textNumber);
+
+    // One profile read of a value, with the Windows profile rules and the
+    // 1024-character buffer; the result and its length stay in the control's
+    // buffer fields until the next read.
+    QString profileRead(const QString& section, const QString& key, const QString& defaultValue,
+                        const QString& path);
+    // A profile read of the game data file: AppPath + "\Data\" + qpQGD.
+    QString gameDataRead(const QString& section, const QString& key, const QString& defaultValue);
+    QString gameDataPath() const;
+    qint32 lastProfileReadLength() const { return intProfileLength; }
+
+    qf::ControlWidgets& widgets() { return *m_widgets; }
+    const qf::ControlWidgets& widgets() const { return *m_widgets; }
+
+signals:
+    void StatusChange();
+
+private:
+    void switchGroup(std::initializer_list<qf::Widget*> group, bool visible);
+
+    QString strGamePath;
+    QString strGameName;
+    QString strGameBase;
+    QString strQGDFile;
+    QString strVersionType;
+    bool bolUseModSelection = false;
+    bool bolUseAdditionalCommandLineParameters = false;
+    bool bolUseConfigs = false;
+    QString strGameApplication;
+    qint16 intLanguageIndex = 0;
+    QString strGameStatusColour;
+    QString strAppPath;
+    std::shared_ptr<qf::LanguageTextProvider> m_languageTextProvider;
+    QString strProfileBuffer;
+    qint32 intProfileLength = 0;
+
+    std::unique_ptr<qf::ControlWidgets> m_widgets;
+};
