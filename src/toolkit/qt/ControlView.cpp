@@ -1,0 +1,93 @@
+#include "toolkit/qt/ControlView.h"
+
+#include "control/qForms.h"
+
+namespace qf {
+
+ControlView::ControlView(qForms& control, QWidget* parent)
+    : QWidget(parent), m_control(&control), m_scale(logicalDpiX())
+{
+    ControlWidgets& w = control.widgets();
+    setFixedSize(m_scale.pixels(ControlWidgets::ClientWidth), m_scale.pixels(ControlWidgets::ClientHeight));
+
+    // Containers before what lies in them; the order also stacks them.
+    for (Widget* model : std::initializer_list<Widget*>{
+             &w.frame, &w.lblPath, &w.txtPath, &w.cmdBrowse, &w.chkModCheck, &w.comModSelect,
+             &w.lblModName, &w.lblCLP, &w.txtCLP, &w.lblSelectConfig, &w.lstConfig, &w.cmdEdit,
+             &w.frameStatus, &w.lblStatus, &w.Temp, &w.lstFiles, &w.lstAVA})
+        bind(*model);
+    bindArray(w.Frame1);
+    bindArray(w.Line1);
+    bindArray(w.Label1);
+    bindArray(w.Check1);
+    bindArray(w.Option1);
+    bindArray(w.Combo1);
+    bindArray(w.Text1);
+
+    QWidget* focusOrder[] = {viewOf(w.txtPath), viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
+                             viewOf(w.comModSelect), viewOf(w.txtCLP), viewOf(w.lstConfig),
+                             viewOf(w.cmdEdit)};
+    for (size_t i = 1; i < std::size(focusOrder); ++i)
+        setTabOrder(focusOrder[i - 1], focusOrder[i]);
+
+    connect(&control, &QObject::destroyed, this, [this] { controlDestroyed(); });
+}
+
+ControlView::~ControlView()
+{
+    if (m_control)
+        for (auto& disconnect : m_disconnectArrays)
+            disconnect();
+    m_bindings.clear();
+}
+
+QWidget* ControlView::viewOf(const Widget& model) const
+{
+    const auto found = m_bindings.find(&model);
+    return found == m_bindings.end() ? nullptr : found->second->view();
+}
+
+QWidget* ControlView::containerView(const Container* container) const
+{
+    if (const auto* frame = dynamic_cast<const Frame*>(container))
+        if (QWidget* view = viewOf(*frame))
+            return view;
+    return const_cast<ControlView*>(this);
+}
+
+void ControlView::bind(Widget& model)
+{
+    auto binding = WidgetBinding::create(model, containerView(model.container()), m_scale);
+    // A frame is a drawn box: it stays below the widgets placed over it.
+    if (model.kind() == WidgetKind::Frame)
+        binding->view()->lower();
+    m_bindings[&model] = std::move(binding);
+}
+
+void ControlView::unbind(const Widget& model)
+{
+    m_bindings.erase(&model);
+}
+
+template <typename T>
+void ControlView::bindArray(WidgetArray<T>& array)
+{
+    array.forEach([this](T& element) { bind(element); });
+    const int loaded = array.loaded.connect([this, &array](int index) { bind(array.at(index)); });
+    const int unloading = array.unloading.connect([this, &array](int index) { unbind(array.at(index)); });
+    m_disconnectArrays.push_back([&array, loaded, unloading] {
+        array.loaded.disconnect(loaded);
+        array.unloading.disconnect(unloading);
+    });
+}
+
+void ControlView::controlDestroyed()
+{
+    // The models are gone already: forget them without touching them.
+    for (auto& [model, binding] : m_bindings)
+        binding->detach();
+    m_bindings.clear();
+    m_disconnectArrays.clear();
+}
+
+} // namespace qf

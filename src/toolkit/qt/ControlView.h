@@ -1,0 +1,47 @@
+#pragma once
+
+#include "toolkit/WidgetArray.h"
+#include "toolkit/qt/WidgetBinding.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+class qForms;
+
+namespace qf {
+
+class Container;
+
+// The control on screen: one QWidget per widget model of a qForms instance,
+// fixed widgets and loaded array elements alike, kept in step with the models.
+// Destroy the view before the control, or let the control go first: both work.
+class ControlView : public QWidget {
+    Q_OBJECT
+public:
+    explicit ControlView(qForms& control, QWidget* parent = nullptr);
+    ~ControlView() override;
+
+    // The QWidget that shows a model; nullptr for a model without one.
+    QWidget* viewOf(const Widget& model) const;
+    const TwipScale& scale() const { return m_scale; }
+
+private:
+    void bind(Widget& model);
+    void unbind(const Widget& model);
+    template <typename T>
+    void bindArray(WidgetArray<T>& array);
+    QWidget* containerView(const Container* container) const;
+    void controlDestroyed();
+
+    QPointer<qForms> m_control;
+    TwipScale m_scale;
+    std::unordered_map<const Widget*, std::unique_ptr<WidgetBinding>> m_bindings;
+    std::vector<std::function<void()>> m_disconnectArrays;
+};
+
+} // namespace qf

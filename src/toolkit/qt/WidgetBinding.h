@@ -1,0 +1,49 @@
+#pragma once
+
+#include "toolkit/Widget.h"
+#include "toolkit/qt/Twips.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace qf {
+
+// Mirrors one widget model in one QWidget: every model change is shown at
+// once, and the user's input goes back through the model's setters, which
+// raise the model's events. No logic of its own.
+class WidgetBinding {
+public:
+    static std::unique_ptr<WidgetBinding> create(Widget& model, QWidget* parent, TwipScale scale);
+
+    WidgetBinding(const WidgetBinding&) = delete;
+    WidgetBinding& operator=(const WidgetBinding&) = delete;
+    virtual ~WidgetBinding();
+
+    QWidget* view() const { return m_view; }
+    Widget& model() const { return m_model; }
+    // The model is going away on its own; stop listening without touching it.
+    void detach() { m_attached = false; }
+
+protected:
+    WidgetBinding(Widget& model, QWidget* view, TwipScale scale);
+
+    // Shows the model's current value of one property.
+    virtual void show(Property property);
+    void showAll();
+    const TwipScale& scale() const { return m_scale; }
+    // Runs the user's input; what the model refuses is reported, and the view
+    // is set back to what the model holds.
+    void fromUser(const std::function<void()>& input);
+
+private:
+    Widget& m_model;
+    QPointer<QWidget> m_view;
+    TwipScale m_scale;
+    int m_connection = 0;
+    bool m_attached = true;
+};
+
+} // namespace qf

@@ -1,0 +1,115 @@
+#include "control/qForms.h"
+#include "toolkit/qt/ControlView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using qf::ControlView;
+
+TEST(ControlView, MirrorsTheFixedWidgetsAtTheirTwipPositionsWithTheStatusLineLook)
+{
+    qForms control;
+    ControlView view(control);
+    const auto& w = control.widgets();
+    const qf::TwipScale& scale = view.scale();
+
+    auto* txtPath = qobject_cast<QLineEdit*>(view.viewOf(w.txtPath));
+    ASSERT_NE(txtPath, nullptr);
+    EXPECT_EQ(txtPath->geometry(), scale.rect(120, 480, 5175, 285));
+    EXPECT_EQ(view.size(), QSize(scale.pixels(6735), scale.pixels(4215)));
+    EXPECT_EQ(qobject_cast<QPushButton*>(view.viewOf(w.cmdBrowse))->text(), QStringLiteral("038"));
+
+    auto* status = qobject_cast<QLabel*>(view.viewOf(w.lblStatus));
+    ASSERT_NE(status, nullptr);
+    EXPECT_EQ(status->parentWidget(), view.viewOf(w.frameStatus));
+    EXPECT_EQ(status->palette().color(QPalette::Window), QColor(Qt::black));
+    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(0, 255, 0));
+    EXPECT_TRUE(status->font().bold());
+    EXPECT_TRUE(status->autoFillBackground());
+
+    control.widgets().lblStatus.setCaption(QStringLiteral(" Arena"));
+    EXPECT_EQ(status->text(), QStringLiteral(" Arena"));
+}
+
+TEST(ControlView, UserInputReachesTheModelsAndGroupSwitchesShowTheirWidgets)
+{
+    qForms control;
+    ControlView view(control);
+    view.show();
+    auto& w = control.widgets();
+    int changes = 0;
+    w.txtPath.change.connect([&] { ++changes; });
+
+    QTest::keyClicks(view.viewOf(w.txtPath), QStringLiteral("C:"));
+    EXPECT_EQ(w.txtPath.text(), QStringLiteral("C:"));
+    EXPECT_EQ(changes, 2) << "each keystroke is a change";
+
+    EXPECT_FALSE(view.viewOf(w.chkModCheck)->isVisible());
+    control.setQpUseModSelection(true);
+    ASSERT_TRUE(view.viewOf(w.chkModCheck)->isVisible());
+    auto* box = qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck));
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(6, box->height() / 2));
+    EXPECT_EQ(w.chkModCheck.value(), 1);
+
+    // A greyed box shows as partly checked, and a click checks it.
+    w.chkModCheck.setValue(2);
+    EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
+    box->click();
+    EXPECT_EQ(w.chkModCheck.value(), 1);
+    EXPECT_EQ(box->checkState(), Qt::Checked);
+}
+
+TEST(ControlView, KeyboardFocusFollowsTheControlsOrder)
+{
+    qForms control;
+    control.setQpUseModSelection(true);
+    control.setQpUseAdditionalCommandLineParameters(true);
+    control.setQpUseConfigs(true);
+    ControlView view(control);
+    const auto& w = control.widgets();
+
+    std::vector<QWidget*> chain;
+    QWidget* next = view.viewOf(w.txtPath);
+    for (int i = 0; i < 7; ++i) {
+        chain.push_back(next);
+        do
+            next = next->nextInFocusChain();
+        while (next->focusPolicy() == Qt::NoFocus || next == &view);
+    }
+    const std::vector<QWidget*> expected = {
+        view.viewOf(w.txtPath),      view.viewOf(w.cmdBrowse), view.viewOf(w.chkModCheck),
+        view.viewOf(w.comModSelect), view.viewOf(w.txtCLP),    view.viewOf(w.lstConfig),
+        view.viewOf(w.cmdEdit)};
+    EXPECT_EQ(chain, expected);
+}
+
+TEST(ControlView, ArrayElementsAppearWhenLoadedAndGoWhenUnloadedEvenIfTheControlGoesFirst)
+{
+    auto control = std::make_unique<qForms>();
+    ControlView view(*control);
+    auto& combos = control->widgets().Combo1;
+
+    qf::ComboBox& combo = combos.load(1);
+    combo.addItem(QStringLiteral("low"));
+    combo.addItem(QStringLiteral("high"));
+    combo.setListIndex(1);
+    combo.setVisible(true);
+    auto* shown = qobject_cast<QComboBox*>(view.viewOf(combo));
+    ASSERT_NE(shown, nullptr);
+    EXPECT_EQ(shown->count(), 2);
+    EXPECT_EQ(shown->currentText(), QStringLiteral("high"));
+
+    QPointer<QWidget> gone = shown;
+    combos.unload(1);
+    EXPECT_TRUE(gone.isNull());
+
+    combos.load(1);
+    control.reset();
+    EXPECT_EQ(view.findChildren<QComboBox*>().size(), 0);
+}
