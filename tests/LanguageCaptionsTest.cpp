@@ -1,30 +1,12 @@
 #include "control/qForms.h"
 #include "platform/Errors.h"
 
-#include <QDir>
+#include "support/TestHost.h"
+
 #include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
-
-// A host folder with language files written by the test.
-class HostFolder {
-public:
-    HostFolder() { QDir().mkpath(m_dir.filePath(QStringLiteral("Data/Languages"))); }
-
-    QString path() const { return m_dir.path(); }
-
-    void writeLanguage(int index, const QByteArray& texts)
-    {
-        QFile file(m_dir.filePath(QStringLiteral("Data/Languages/%1.ini").arg(index)));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[Texts]\n" + texts);
-    }
-
-private:
-    QTemporaryDir m_dir;
-};
 
 const QByteArray AllTexts = "053=folder\n038=browse\n055=mod\n026=parameters\n050=config\n"
                             "049=edit\n054=status\n";
@@ -41,7 +23,7 @@ QStringList captions(const qForms& control)
 
 TEST(LanguageCaptions, EachLanguageCaptionsTheSevenFixedWidgetsWithTheGameNameBeforeTwoOfThem)
 {
-    HostFolder host;
+    TestHost host;
     host.writeLanguage(0, AllTexts);
     host.writeLanguage(1, "053=Ordner\n038=Durchsuchen\n055=Mod\n026=Parameter\n050=Konfig\n"
                           "049=Bearbeiten\n054=Status\n");
@@ -73,7 +55,7 @@ TEST(LanguageCaptions, EachLanguageCaptionsTheSevenFixedWidgetsWithTheGameNameBe
 
 TEST(LanguageCaptions, AFailingLookupStopsAtItsRowKeepsTheNewIndexAndReachesTheCaller)
 {
-    HostFolder host;
+    TestHost host;
     host.writeLanguage(0, AllTexts);
     host.writeLanguage(2, "053=neu\n038=neu\n055=neu\n");
     qForms control;

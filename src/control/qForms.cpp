@@ -6,6 +6,8 @@ qForms::qForms(QObject* parent)
     : QObject(parent), m_widgets(std::make_unique<qf::ControlWidgets>())
 {
     m_widgets->lblStatus.change.connect([this] { lblStatus_Change(); });
+    m_widgets->Check1.click.connect([this](int index) { Check1_Click(qint16(index)); });
+    m_widgets->Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
 }
 
 qForms::~qForms() = default;

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 // The options control of a game launcher: one instance per game page. The host
 // sets the properties, then drives the control through its public methods and
@@ -29,6 +30,8 @@ class qForms : public QObject {
     Q_CLASSINFO("qpVersionType", "Version type of game. 0-None, 1-PK Based, 2-Version Extraction")
     Q_CLASSINFO("qpQGD", "Path to .qgd (Quillmarsh Game Data) file.")
     Q_CLASSINFO("AppPath", "Path of the application using this control.")
+    Q_CLASSINFO("qInitCustomControls", "Load custom dynamic controls from .qgd file into the control.")
+    Q_CLASSINFO("qClear", "Clear all data from the control and remove all dynamic controls.")
     Q_CLASSINFO("lblStatus_Change", "Game detection event.")
     Q_CLASSINFO("StatusChange", "Game status event.")
 
@@ -78,8 +81,19 @@ public:
     QString AppPath() const { return strAppPath; }
     void setAppPath(const QString& strAppPath2);
 
+    // Builds the dynamic widgets from section "Custom Controls" of the game
+    // data file. Failing steps are skipped; nothing is reported.
+    Q_INVOKABLE QVariant qInitCustomControls();
+    // Forgets the game (name, path, base, game data file, version type) and
+    // unloads the dynamic widgets, so the control can serve another game.
+    Q_INVOKABLE QVariant qClear();
     // Raises StatusChange; runs on every change of the status line.
     Q_INVOKABLE void lblStatus_Change();
+
+    // Apply the visual function rule of a clicked dynamic check box or option
+    // button. Errors of a rule's target reach the caller.
+    void Check1_Click(qint16 Index);
+    void Option1_Click(qint16 Index);
 
     // The language text provider, created on first use unless the host gave one.
     qf::LanguageTextProvider& languageTextProvider();
@@ -106,6 +120,8 @@ signals:
 
 private:
     void switchGroup(std::initializer_list<qf::Widget*> group, bool visible);
+    // isOn is empty for a greyed check box, which fires no rule.
+    void applyVisualFunction(const QString& tag, std::optional<bool> isOn);
 
     QString strGamePath;
     QString strGameName;
@@ -122,6 +138,7 @@ private:
     std::shared_ptr<qf::LanguageTextProvider> m_languageTextProvider;
     QString strProfileBuffer;
     qint32 intProfileLength = 0;
+    int m_ruleDepth = 0;
 
     std::unique_ptr<qf::ControlWidgets> m_widgets;
 };

@@ -1,0 +1,40 @@
+#include "control/qForms.h"
+
+namespace {
+
+// Unloads every loaded element; an index that is not loaded is skipped. The
+// highest index is taken once, before the first unload.
+template <typename T>
+void unloadDynamicWidgets(qf::WidgetArray<T>& array)
+{
+    const int highest = array.upperBound();
+    for (int index = 1; index <= highest; ++index) {
+        try {
+            array.unload(index);
+        } catch (const qf::Error&) {
+        }
+    }
+}
+
+} // namespace
+
+QVariant qForms::qClear()
+{
+    // The fields only: clearing runs none of the properties' side effects.
+    strGamePath.clear();
+    strGameName.clear();
+    strGameBase.clear();
+    strQGDFile.clear();
+    strVersionType.clear();
+
+    auto& w = *m_widgets;
+    unloadDynamicWidgets(w.Check1);
+    unloadDynamicWidgets(w.Frame1);
+    unloadDynamicWidgets(w.Option1);
+    unloadDynamicWidgets(w.Combo1);
+    unloadDynamicWidgets(w.Text1);
+    unloadDynamicWidgets(w.Line1);
+    // Labels go too, so that no caption of the previous game stays on screen.
+    unloadDynamicWidgets(w.Label1);
+    return {};
+}

@@ -1,0 +1,74 @@
+#include "rules/VisualFunctionRule.h"
+
+#include <array>
+
+namespace qf {
+
+namespace {
+
+struct Keyword {
+    QLatin1String text;
+    VisualFunctionRule::When when;
+    VisualFunctionRule::Action action;
+    bool appliesToCombo;
+};
+
+using When = VisualFunctionRule::When;
+using Action = VisualFunctionRule::Action;
+
+constexpr std::array<Keyword, 8> Keywords = {{
+    {QLatin1String("ifonthenoff"), When::On, Action::Uncheck, false},
+    {QLatin1String("ifoffthenon"), When::Off, Action::Check, false},
+    {QLatin1String("ifonthenon"), When::On, Action::Check, false},
+    {QLatin1String("ifoffthenoff"), When::Off, Action::Uncheck, false},
+    {QLatin1String("ifonthendisable"), When::On, Action::Disable, true},
+    {QLatin1String("ifonthenenable"), When::On, Action::Enable, true},
+    {QLatin1String("ifoffthendisable"), When::Off, Action::Disable, true},
+    {QLatin1String("ifoffthenenable"), When::Off, Action::Enable, true},
+}};
+
+} // namespace
+
+std::optional<VisualFunctionRule> VisualFunctionRule::parse(const QString& tag)
+{
+    if (tag.isEmpty())
+        return std::nullopt;
+    const qsizetype separator = tag.indexOf(QLatin1String(";;"));
+    // Without ";;" there is no index to read; the click then does nothing.
+    if (separator < 0)
+        return std::nullopt;
+    // The whole rest is the keyword, so a second rule behind it matches none.
+    const QString keyword = tag.mid(separator + 2);
+
+    // The kind is told by the first five characters; the index starts after
+    // the full target word.
+    const QString kind = tag.left(5).toLower();
+    Target target;
+    qsizetype wordLength;
+    if (kind == QLatin1String("check")) {
+        target = Target::CheckBox;
+        wordLength = 8;
+    } else if (kind == QLatin1String("optio")) {
+        target = Target::OptionButton;
+        wordLength = 6;
+    } else if (kind == QLatin1String("combo")) {
+        target = Target::Combo;
+        wordLength = 5;
+    } else {
+        return std::nullopt;
+    }
+    if (separator < wordLength)
+        return std::nullopt;
+
+    for (const Keyword& candidate : Keywords) {
+        if (keyword != candidate.text)
+            continue;
+        if (target == Target::Combo && !candidate.appliesToCombo)
+            return std::nullopt;
+        return VisualFunctionRule{target, tag.mid(wordLength, separator - wordLength), candidate.when,
+                                  candidate.action};
+    }
+    return std::nullopt;
+}
+
+} // namespace qf
