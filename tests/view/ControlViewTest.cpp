@@ -1,4 +1,5 @@
 #include "control/qForms.h"
+#include "support/TestHost.h"
 #include "toolkit/qt/ControlView.h"
 
 #include <QCheckBox>
@@ -112,4 +113,45 @@ TEST(ControlView, ArrayElementsAppearWhenLoadedAndGoWhenUnloadedEvenIfTheControl
     combos.load(1);
     control.reset();
     EXPECT_EQ(view.findChildren<QComboBox*>().size(), 0);
+}
+
+TEST(ControlView, ClickingABuiltCheckBoxRunsItsRuleAndTheWindowShowsTheResultAtOnce)
+{
+    TestHost host;
+    host.writeCustomControls(QStringLiteral("game.qgd"),
+                             "Count=3\nControl1Type=checkbox\nControl1Caption=Safe mode\n"
+                             "Control1VisualFunction=combo1;;ifonthendisable\n"
+                             "Control2Type=combo\nControl2Caption=a;;b;;(b);;\n"
+                             "Control3Type=line\nControl3X-Location=0x1500\nControl3Y-Location=300x300\n"
+                             "Control3Width=3\n");
+    qForms control;
+    control.setAppPath(host.path());
+    control.setQpQGD(QStringLiteral("game.qgd"));
+    qf::ControlView view(control);
+    view.show();
+    control.qInitCustomControls();
+    const auto& w = control.widgets();
+
+    auto* box = qobject_cast<QCheckBox*>(view.viewOf(w.Check1.at(1)));
+    auto* combo = qobject_cast<QComboBox*>(view.viewOf(w.Combo1.at(1)));
+    ASSERT_NE(box, nullptr);
+    ASSERT_NE(combo, nullptr);
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_EQ(box->text(), QStringLiteral("safe mode"));
+    EXPECT_EQ(combo->currentText(), QStringLiteral("b"));
+    EXPECT_TRUE(combo->isEnabled());
+
+    box->click();
+    EXPECT_EQ(w.Check1.at(1).value(), 1);
+    EXPECT_TRUE(box->isChecked());
+    EXPECT_FALSE(combo->isEnabled());
+
+    // The line covers its two ends, thickness included.
+    QWidget* line = view.viewOf(w.Line1.at(1));
+    ASSERT_NE(line, nullptr);
+    EXPECT_TRUE(line->geometry().contains(QPoint(0, view.scale().pixels(300))));
+    EXPECT_TRUE(line->geometry().contains(QPoint(view.scale().pixels(1500), view.scale().pixels(300))));
+
+    control.qClear();
+    EXPECT_EQ(view.findChildren<QCheckBox*>().size(), 2) << "chkModCheck and the template stay";
 }

@@ -9,6 +9,10 @@ ControlView::ControlView(qForms& control, QWidget* parent)
 {
     ControlWidgets& w = control.widgets();
     setFixedSize(m_scale.pixels(ControlWidgets::ClientWidth), m_scale.pixels(ControlWidgets::ClientHeight));
+    // The layout's twips were measured for an 8.25 pt font.
+    QFont small = font();
+    small.setPointSizeF(8.25);
+    setFont(small);
 
     // Containers before what lies in them; the order also stacks them.
     for (Widget* model : std::initializer_list<Widget*>{
