@@ -19,15 +19,9 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, QWidget* parent)
 {
     setWindowTitle(QStringLiteral("Quillmarsh 2"));
 
-    // The host sets the game name first: the captions and the config list use it.
-    m_control->setQpGameName(SampleGame);
     m_control->setAppPath(hostFolder);
-    m_control->setQpQGD(QStringLiteral("emberfall.qgd"));
-    m_control->setQpGameApplication(QStringLiteral("emberfall.exe"));
-    m_control->setQpGameBase(QStringLiteral("base"));
-    m_control->setQpVersionType(QStringLiteral("0"));
-    m_control->setQpUseModSelection(true);
-    m_control->setQpUseAdditionalCommandLineParameters(true);
+    m_control->setQpUseModSelection(false);
+    m_control->setQpUseAdditionalCommandLineParameters(false);
     m_control->setQpUseConfigs(true);
 
     auto* page = new QWidget(this);
@@ -68,6 +62,14 @@ LauncherWindow::~LauncherWindow()
 
 void LauncherWindow::setLanguage(int index)
 {
+    // The option widgets take their captions when they are built, so the page
+    // is built anew in the new language.
+    m_control->qClear();
+    m_control->setQpGameName(SampleGame);
+    m_control->setQpQGD(QStringLiteral("emberfall.qgd"));
+    m_control->setQpGameApplication(QStringLiteral("emberfall.exe"));
+    m_control->setQpGameBase(QStringLiteral("base"));
+    m_control->setQpVersionType(QStringLiteral("0"));
     try {
         m_control->setQpLanguageIndex(qint16(index));
     } catch (const std::exception& error) {
@@ -75,4 +77,5 @@ void LauncherWindow::setLanguage(int index)
                              tr("The texts of this language could not be loaded:\n%1")
                                  .arg(QString::fromUtf8(error.what())));
     }
+    m_control->qInitCustomControls();
 }
