@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/IniDocument.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace qf {
+
+// The parsed INI file at the path (resolved by paths::resolve), or nullptr when
+// no readable regular file is there. Every call sees the file as it is now; an
+// unchanged file (same device, inode, size and modification time) is not parsed
+// again but answered from a cache of recently read files. Thread-safe.
+std::shared_ptr<const IniDocument> loadProfile(const QString& path);
+
+// What GetPrivateProfileString puts into its buffer, and the count it returns.
+struct ProfileString {
+    QString value;
+    qint32 length = 0;
+};
+
+// The value of the key in the section of the INI file at the path, read as the
+// Windows profile function does: quotes stripped, blanks trimmed; when the file,
+// section or key is missing, the default without its trailing spaces (and its
+// quotes stripped likewise). The result is cut to bufferSize - 1 characters,
+// one less when the cut would split a surrogate pair.
+ProfileString getPrivateProfileString(const QString& section, const QString& key,
+                                      const QString& defaultValue, const QString& path,
+                                      qint32 bufferSize = 1024);
+
+} // namespace qf
