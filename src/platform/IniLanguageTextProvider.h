@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/LanguageTextProvider.h"
+
+namespace qf {
+
+// Texts from UTF-8 INI files <appPath>/Data/Languages/<language index>.ini,
+// section [Texts], keyed by the three-digit text number ("053=..."). A text
+// missing in its language comes from language 0. Trace messages go to the
+// logging category "qforms.trace".
+class IniLanguageTextProvider : public LanguageTextProvider {
+public:
+    bool fileExists(const QString& path) override;
+    QString text(const QString& textKey, const QString& appPath) override;
+    void trace(const QString& message, const QString& appPath) override;
+
+    // The file that holds the texts of a language.
+    static QString languageFile(const QString& appPath, qint64 languageIndex);
+};
+
+} // namespace qf

@@ -1,0 +1,86 @@
+#include "platform/Errors.h"
+#include "platform/IniLanguageTextProvider.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace qf;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class LanguageFolder {
+public:
+    LanguageFolder() { QDir(m_dir.path()).mkpath(u"Data/Languages"_s); }
+
+    QString appPath() const { return m_dir.path(); }
+
+    void write(const QString& language, const QByteArray& content)
+    {
+        QFile file(m_dir.filePath(u"Data/Languages/"_s + language + u".ini"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QtMessageHandler previousHandler = nullptr;
+QStringList tracedMessages;
+
+void recordTrace(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtDebugMsg && qstrcmp(context.category, "qforms.trace") == 0)
+        tracedMessages.append(message);
+}
+
+} // namespace
+
+TEST(IniLanguageTextProvider, LooksUpLanguageThenLanguageZero)
+{
+    LanguageFolder folder;
+    folder.write(u"0"_s, "[Texts]\n053=Folder\n038=Browse\n077=\"  quoted \"\n");
+    folder.write(u"1"_s, "[texts]\n053 = Ordner \n");
+    folder.write(u"-1"_s, "[Texts]\n053=Carpeta\nlong=x\n100=" + QByteArray(2000, 'y') + "\n");
+    IniLanguageTextProvider provider;
+    const QString app = folder.appPath();
+
+    EXPECT_EQ(provider.text(u"1053"_s, app), u"Ordner"_s);
+    EXPECT_EQ(provider.text(u"1038"_s, app), u"Browse"_s);
+    EXPECT_EQ(provider.text(u"0053"_s, app), u"Folder"_s);
+    EXPECT_EQ(provider.text(u"-1053"_s, app), u"Carpeta"_s);
+    EXPECT_EQ(provider.text(u"7077"_s, app), u"  quoted "_s);
+    EXPECT_EQ(provider.text(u"-1100"_s, app).size(), 2000);
+    // The host folder may be written the Windows way.
+    EXPECT_EQ(provider.text(u"1053"_s, QDir::toNativeSeparators(app) + u"\\"_s), u"Ordner"_s);
+
+    EXPECT_THROW(provider.text(u"1999"_s, app), TextLookupError);
+    try {
+        provider.text(u"1999"_s, app);
+    } catch (const TextLookupError& error) {
+        EXPECT_TRUE(error.message().contains(u"1999"_s));
+    }
+    EXPECT_THROW(provider.text(u"053"_s, app), TextLookupError);
+    EXPECT_THROW(provider.text(u"x053"_s, app), TextLookupError);
+    EXPECT_THROW(provider.text(u"-053"_s, app), TextLookupError);
+    EXPECT_THROW(provider.text(u"1053"_s, app + u"/elsewhere"_s), TextLookupError);
+}
+
+TEST(IniLanguageTextProvider, FileCheckAndTrace)
+{
+    LanguageFolder folder;
+    folder.write(u"0"_s, "[Texts]\n");
+    IniLanguageTextProvider provider;
+    EXPECT_TRUE(provider.fileExists(folder.appPath() + u"\\DATA\\languages\\0.INI"_s));
+    EXPECT_FALSE(provider.fileExists(folder.appPath() + u"\\Data\\Languages"_s));
+    EXPECT_FALSE(provider.fileExists(folder.appPath() + u"\\Data\\Languages\\9.ini"_s));
+
+    tracedMessages.clear();
+    previousHandler = qInstallMessageHandler(recordTrace);
+    provider.trace(u"game found"_s, folder.appPath());
+    qInstallMessageHandler(previousHandler);
+    EXPECT_EQ(tracedMessages, QStringList{u"game found"_s});
+}
