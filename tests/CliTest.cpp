@@ -1,0 +1,64 @@
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct CliResult {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+CliResult runCli(const QStringList& args)
+{
+    QProcess process;
+    process.start(QStringLiteral(QFORMS_CLI_PATH), args);
+    EXPECT_TRUE(process.waitForFinished(30000));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+} // namespace
+
+TEST(Cli, ReadPrintsTheProfileValue)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"game.qgd"_s);
+    {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write("[Custom Controls]\nCount = 12\nCaption=\"Caf\xE9\"\nLong=" +
+                  QByteArray(1500, 'z') + "\n");
+    }
+    EXPECT_EQ(runCli({u"read"_s, file, u"custom controls"_s, u"count"_s}).out, u"12\n"_s);
+    EXPECT_EQ(runCli({u"read"_s, u"--length"_s, file, u"Custom Controls"_s, u"caption"_s}).out,
+              u"Café\n4\n"_s);
+    EXPECT_EQ(runCli({u"read"_s, file, u"Custom Controls"_s, u"none"_s, u"dflt  "_s}).out,
+              u"dflt\n"_s);
+    EXPECT_EQ(runCli({u"read"_s, dir.filePath(u"no.qgd"_s), u"a"_s, u"b"_s}).out, u"\n"_s);
+    const CliResult cut = runCli({u"read"_s, file, u"Custom Controls"_s, u"Long"_s, u"--length"_s});
+    EXPECT_EQ(cut.exitCode, 0);
+    EXPECT_EQ(cut.out, QString(1023, u'z') + u"\n1023\n"_s);
+}
+
+TEST(Cli, HelpAndUsageErrors)
+{
+    for (const QString& help : {u"--help"_s, u"-h"_s, u"help"_s}) {
+        const CliResult result = runCli({help});
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_TRUE(result.out.contains(u"qforms read [--length] FILE SECTION KEY [DEFAULT]"_s));
+    }
+    for (const QStringList& args :
+         {QStringList{}, QStringList{u"frobnicate"_s}, QStringList{u"read"_s, u"f"_s, u"s"_s},
+          QStringList{u"read"_s, u"--size"_s, u"f"_s, u"s"_s, u"k"_s},
+          QStringList{u"read"_s, u"f"_s, u"s"_s, u"k"_s, u"d"_s, u"extra"_s}}) {
+        const CliResult result = runCli(args);
+        EXPECT_EQ(result.exitCode, 2) << args.join(u' ').toStdString();
+        EXPECT_TRUE(result.out.isEmpty());
+        EXPECT_TRUE(result.err.startsWith(u"qforms: "_s));
+    }
+}
