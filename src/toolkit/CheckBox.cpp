@@ -14,7 +14,7 @@ void CheckBox::setValue(int value)
 
 void CheckBox::userClick()
 {
-    if (m_enabled)
+    if (isEnabled())
         setValue(m_value == Checked ? Unchecked : Checked);
 }
 

@@ -4,10 +4,7 @@
 
 namespace qf {
 
-OptionButton::OptionButton(const OptionButton& other)
-    : Widget(other), m_caption(other.m_caption), m_tag(other.m_tag), m_enabled(other.m_enabled)
-{
-}
+OptionButton::OptionButton(const OptionButton& other) : ToggleButton(other) {}
 
 OptionButton::~OptionButton()
 {
@@ -37,7 +34,7 @@ void OptionButton::setValue(bool selected)
 
 void OptionButton::userClick()
 {
-    if (m_enabled)
+    if (isEnabled())
         setValue(true);
 }
 
