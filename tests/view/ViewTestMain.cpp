@@ -1,16 +1,13 @@
-#include <QApplication>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+#include "support/IsolatedUserFolders.h"
 
-#include <cstdlib>
+#include <QApplication>
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {
-    QTemporaryDir home;
-    if (!home.isValid())
+    const IsolatedUserFolders folders;
+    if (!folders.isValid())
         return 2;
-    setenv("XDG_CONFIG_HOME", qPrintable(home.filePath(QStringLiteral("config"))), 1);
-    setenv("XDG_DATA_HOME", qPrintable(home.filePath(QStringLiteral("data"))), 1);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     QApplication app(argc, argv);
