@@ -1,0 +1,184 @@
+#include "detect/Function.h"
+#include "platform/PeVersionResource.h"
+#include "support/PeWriter.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace qf;
+using namespace Qt::Literals::StringLiterals;
+using test::PeImage;
+
+namespace {
+
+class PeVersion : public ::testing::Test {
+protected:
+    QString versionOf(const PeImage& image)
+    {
+        EXPECT_TRUE(image.write(path));
+        return Function::FileVersionText(path);
+    }
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(u"game.exe"_s);
+};
+
+// Records what the parser reads from the source below it.
+class CountingSource final : public pe::ByteSource {
+public:
+    explicit CountingSource(pe::ByteSource& inner) : inner_(inner) {}
+    quint64 size() const override { return inner_.size(); }
+    bool read(quint64 offset, char* out, quint64 length) override
+    {
+        total += length;
+        largest = std::max(largest, length);
+        return inner_.read(offset, out, length);
+    }
+    quint64 total = 0;
+    quint64 largest = 0;
+
+private:
+    pe::ByteSource& inner_;
+};
+
+} // namespace
+
+TEST_F(PeVersion, ReadsFileVersionOfPe32AndPe32Plus)
+{
+    for (bool plus : {false, true}) {
+        SCOPED_TRACE(plus ? "PE32+" : "PE32");
+        const PeImage image({.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000});
+        EXPECT_EQ(versionOf(image), u"4.0.0.40000"_s);
+        EXPECT_EQ(pe::fileVersionInfoSize(path), quint32(image.versionBlockSize));
+        EXPECT_EQ(pe::fileVersionInfo(path, 64000),
+                  image.bytes.mid(image.versionBlock, image.versionBlockSize));
+
+        EXPECT_EQ(versionOf(PeImage(
+                      {.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .fileVersionLS = 0x20003})),
+                  u"1.65535.2.3"_s);
+        const Function::VS_FIXEDFILEINFO info = Function::ReadFixedFileInfo(path);
+        EXPECT_EQ(info.dwSignature, 0xFEEF04BDu);
+        EXPECT_EQ(info.dwProductVersionLS, 0x20003u);
+        EXPECT_EQ(info.dwFileOS, 0x40004u);
+    }
+}
+
+TEST_F(PeVersion, FilesOtherThanVersionedProgramsReadAsZero)
+{
+    const auto write = [&](const QString& name, const QByteArray& content) {
+        QFile file(dir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        return file.fileName();
+    };
+    PeImage({.withResources = false, .fileVersionMS = 0x40000}).write(dir.filePath(u"plain.exe"_s));
+    QDir(dir.path()).mkdir(u"folder.exe"_s);
+    const QString paths[] = {
+        dir.filePath(u"plain.exe"_s),
+        write(u"elf.exe"_s, QByteArray("\x7F"
+                                       "ELF\x02\x01\x01",
+                                       7)
+                                .leftJustified(64, '\0')),
+        write(u"script.exe"_s, "#!/bin/sh\necho MZ\n"),
+        write(u"empty.exe"_s, {}),
+        dir.filePath(u"folder.exe"_s),
+        dir.filePath(u"missing.exe"_s),
+    };
+    for (const QString& file : paths) {
+        EXPECT_EQ(Function::FileVersionText(file), u"0.0.0.0"_s) << file;
+        EXPECT_EQ(pe::fileVersionInfoSize(file), 0u) << file;
+        EXPECT_TRUE(pe::fileVersionInfo(file, 64000).isEmpty()) << file;
+    }
+}
+
+TEST_F(PeVersion, FindsProgramByWindowsPathInOtherLetterCase)
+{
+    ASSERT_TRUE(QDir(dir.path()).mkpath(u"Games/Arena"_s));
+    PeImage({.fileVersionMS = 0x40000, .fileVersionLS = 40000})
+        .write(dir.filePath(u"Games/Arena/Arena.exe"_s));
+    EXPECT_EQ(Function::FileVersionText(dir.path() + u"\\GAMES\\arena\\\\ARENA.EXE"_s),
+              u"4.0.0.40000"_s);
+}
+
+TEST_F(PeVersion, TruncatedProgramHasItsVersionOnlyWithTheWholeBlock)
+{
+    for (bool plus : {false, true}) {
+        const PeImage image({.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000});
+        const qsizetype complete = image.versionBlock + image.versionBlockSize;
+        ASSERT_TRUE(image.write(path));
+        for (qsizetype length = image.bytes.size(); length >= 0; --length) {
+            ASSERT_TRUE(QFile::resize(path, length));
+            ASSERT_EQ(Function::FileVersionText(path),
+                      length >= complete ? u"4.0.0.40000"_s : u"0.0.0.0"_s)
+                << (plus ? "PE32+ cut at " : "PE32 cut at ") << length;
+        }
+    }
+}
+
+TEST_F(PeVersion, HostileHeadersDirectoriesAndBlocksReadAsZero)
+{
+    const std::pair<const char*, std::function<void(PeImage&)>> damages[] = {
+        {"cyclic directories", [](PeImage& i) { i.makeDirectoryCyclic(); }},
+        {"PE header past the end", [](PeImage& i) { i.set32(0x3C, 0xFFFFFFF0); }},
+        {"65535 sections", [](PeImage& i) { i.set16(i.sectionCount, 0xFFFF); }},
+        {"65535 type entries", [](PeImage& i) { i.set16(i.rootDirectory + 14, 0xFFFF); }},
+        {"resource directory past the end",
+         [](PeImage& i) { i.set32(i.resourceDirectory, 0x7FFFFFF0); }},
+        {"section raw data past the end",
+         [](PeImage& i) { i.set32(i.resourceSection + 20, 0xFFFFFE00); }},
+        {"name directory past the end",
+         [](PeImage& i) { i.set32(i.rootDirectory + 28, 0xFFFFFFF0); }},
+        {"data past the end", [](PeImage& i) { i.set32(i.dataEntry, 0xFFFFFF00); }},
+        {"data size wrapping around", [](PeImage& i) { i.set32(i.dataEntry + 4, 0xFFFFFFFF); }},
+        {"key not VS_VERSION_INFO", [](PeImage& i) { i.set16(i.versionBlock + 6, 'X'); }},
+        {"empty root value", [](PeImage& i) { i.set16(i.versionBlock + 2, 0); }},
+        {"root value beyond wLength", [](PeImage& i) { i.set16(i.versionBlock, 60); }},
+    };
+    for (const auto& [name, damage] : damages) {
+        PeImage image({.fileVersionMS = 0x40000, .fileVersionLS = 40000});
+        damage(image);
+        EXPECT_EQ(versionOf(image), u"0.0.0.0"_s) << name;
+    }
+}
+
+TEST_F(PeVersion, CopiesAsManyRecordBytesAsTheRootValueHolds)
+{
+    // A longer value fills the record and nothing beyond it.
+    ASSERT_TRUE(
+        PeImage({.fileVersionMS = 0x40000, .fileVersionLS = 40000, .valueLength = 60}).write(path));
+    Function::VS_FIXEDFILEINFO info = Function::ReadFixedFileInfo(path);
+    EXPECT_EQ(info.dwFileVersionLS, 40000u);
+    EXPECT_EQ(info.dwFileDateLS, 0u);
+
+    // A shorter one leaves the rest of the record zero, though the file has it.
+    ASSERT_TRUE(PeImage({.fileVersionMS = 0x40000, .fileVersionLS = 0x20003, .valueLength = 14})
+                    .write(path));
+    info = Function::ReadFixedFileInfo(path);
+    EXPECT_EQ(info.dwFileVersionMS, 0x40000u);
+    EXPECT_EQ(info.dwFileVersionLS, 3u);
+    EXPECT_EQ(info.dwProductVersionMS, 0u);
+    EXPECT_EQ(info.dwFileOS, 0u);
+}
+
+TEST_F(PeVersion, ReadsOnlyHeadersDirectoriesAndAtMost64000BlockBytes)
+{
+    const PeImage image(
+        {.pe32Plus = true, .fileVersionMS = 0x1FFFF, .fileVersionLS = 0x20003, .blockSize = 65000});
+    ASSERT_TRUE(image.write(path, 50 << 20));
+    EXPECT_EQ(pe::fileVersionInfoSize(path), 65000u);
+    EXPECT_EQ(pe::fileVersionInfo(path, 64000), image.bytes.mid(image.versionBlock, 64000));
+
+    pe::FileSource file(path);
+    CountingSource counted(file);
+    const Function::VS_FIXEDFILEINFO info = Function::ReadFixedFileInfo(counted);
+    EXPECT_EQ(info.dwFileVersionMS, 0x1FFFFu);
+    EXPECT_EQ(counted.largest, 64000u);
+    EXPECT_LT(counted.total, 64000u + 2048);
+
+    // A root value that fits in wLength but not in the bytes read is not located.
+    ASSERT_TRUE(
+        PeImage({.fileVersionMS = 0x1FFFF, .valueLength = 64000, .blockSize = 65000}).write(path));
+    EXPECT_EQ(Function::FileVersionText(path), u"0.0.0.0"_s);
+}
