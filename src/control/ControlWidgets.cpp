@@ -33,7 +33,8 @@ std::unique_ptr<Line> lineTemplate(Container* container)
 ControlWidgets::ControlWidgets()
     : lblStatus(QStringLiteral("lblStatus"), &frameStatus, LabelLook{Black, true}),
       Check1(hiddenTemplate<CheckBox>(QStringLiteral("Check1"), &frame, 120, 1800, 1215, 495)),
-      Option1(hiddenTemplate<OptionButton>(QStringLiteral("Option1"), &frame, 2760, 1680, 1215, 495)),
+      Option1(
+          hiddenTemplate<OptionButton>(QStringLiteral("Option1"), &frame, 2760, 1680, 1215, 495)),
       Frame1(hiddenTemplate<Frame>(QStringLiteral("Frame1"), &frame, 1440, 1680, 1095, 615)),
       Combo1(hiddenTemplate<ComboBox>(QStringLiteral("Combo1"), &frame, 4080, 1800, 1215, 315)),
       Label1(hiddenTemplate<Label>(QStringLiteral("Label1"), &frame, 5400, 1800, 1215, 375)),

@@ -2,12 +2,13 @@
 
 #include "gamedata/ValueSyntax.h"
 
-qForms::qForms(QObject* parent)
-    : QObject(parent), m_widgets(std::make_unique<qf::ControlWidgets>())
+qForms::qForms(QObject* parent) : QObject(parent), m_widgets(std::make_unique<qf::ControlWidgets>())
 {
     m_widgets->lblStatus.change.connect([this] { lblStatus_Change(); });
+    m_widgets->txtPath.change.connect([this] { txtPath_Change(); });
     m_widgets->Check1.click.connect([this](int index) { Check1_Click(qint16(index)); });
     m_widgets->Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
+    m_widgets->comModSelect.click.connect([this] { comModSelect_Click(); });
 }
 
 qForms::~qForms() = default;

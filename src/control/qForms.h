@@ -2,6 +2,7 @@
 
 #include "control/ControlWidgets.h"
 #include "platform/LanguageTextProvider.h"
+#include "platform/SettingsStore.h"
 
 #include <QObject>
 #include <QString>
@@ -30,8 +31,13 @@ class qForms : public QObject {
     Q_CLASSINFO("qpVersionType", "Version type of game. 0-None, 1-PK Based, 2-Version Extraction")
     Q_CLASSINFO("qpQGD", "Path to .qgd (Quillmarsh Game Data) file.")
     Q_CLASSINFO("AppPath", "Path of the application using this control.")
-    Q_CLASSINFO("qInitCustomControls", "Load custom dynamic controls from .qgd file into the control.")
+    Q_CLASSINFO("qInitCustomControls",
+                "Load custom dynamic controls from .qgd file into the control.")
     Q_CLASSINFO("qClear", "Clear all data from the control and remove all dynamic controls.")
+    Q_CLASSINFO("qModInit", "Initilise mod detection.")
+    Q_CLASSINFO("qScanForMods", "Scan for mods.")
+    Q_CLASSINFO("qSelectMod", "Load mod from registry into control.")
+    Q_CLASSINFO("qCheckGame", "Check for the game.")
     Q_CLASSINFO("lblStatus_Change", "Game detection event.")
     Q_CLASSINFO("StatusChange", "Game status event.")
 
@@ -63,7 +69,10 @@ public:
     void setQpLanguageIndex(qint16 intL1);
     bool qpUseModSelection() const { return bolUseModSelection; }
     void setQpUseModSelection(bool strUseModSelection2);
-    bool qpUseAdditionalCommandLineParameters() const { return bolUseAdditionalCommandLineParameters; }
+    bool qpUseAdditionalCommandLineParameters() const
+    {
+        return bolUseAdditionalCommandLineParameters;
+    }
     void setQpUseAdditionalCommandLineParameters(bool strUseAdditionalCommandLineParameters2);
     bool qpUseConfigs() const { return bolUseConfigs; }
     void setQpUseConfigs(bool bolUseConfigs2);
@@ -87,8 +96,25 @@ public:
     // Forgets the game (name, path, base, game data file, version type) and
     // unloads the dynamic widgets, so the control can serve another game.
     Q_INVOKABLE QVariant qClear();
+    // Checks whether the game's program is in the folder of txtPath and shows
+    // the outcome in the status line; refreshes the mods of a found game.
+    // Failing steps are skipped; nothing reaches the caller.
+    Q_INVOKABLE QVariant qCheckGame();
+    // Rebuilds the mod list from the game's folders. A failure of the list
+    // itself reaches the caller; every other failing step is skipped.
+    Q_INVOKABLE QVariant qScanForMods();
+    // Selects the stored mod when the game's program is present.
+    Q_INVOKABLE QVariant qModInit();
+    // Selects the stored mod again.
+    Q_INVOKABLE QVariant qSelectMod();
     // Raises StatusChange; runs on every change of the status line.
     Q_INVOKABLE void lblStatus_Change();
+
+    // Runs on every change of txtPath's text: a complete game check.
+    void txtPath_Change();
+    // Runs on every selection in comModSelect: shows the mod's description and
+    // sets the mod check box.
+    void comModSelect_Click();
 
     // Apply the visual function rule of a clicked dynamic check box or option
     // button. Errors of a rule's target reach the caller.
@@ -98,6 +124,10 @@ public:
     // The language text provider, created on first use unless the host gave one.
     qf::LanguageTextProvider& languageTextProvider();
     void setLanguageTextProvider(std::shared_ptr<qf::LanguageTextProvider> provider);
+
+    // The per-user settings store, a QSettingsStore unless the host gave one.
+    qf::SettingsStore& settingsStore();
+    void setSettingsStore(std::shared_ptr<qf::SettingsStore> store);
 
     // The text of a three-digit text number in the current language.
     QString languageText(const QString& textNumber);
@@ -120,6 +150,10 @@ signals:
 
 private:
     void switchGroup(std::initializer_list<qf::Widget*> group, bool visible);
+    void ListModFolders(QString& folder, const QString& baseName);
+    void AddModEntry(const QString& entry);
+    // The version a game list file names for the pak file found; empty when none.
+    QString detectPakVersion(const QString& strBase);
     // isOn is empty for a greyed check box, which fires no rule.
     void applyVisualFunction(const QString& tag, std::optional<bool> isOn);
 
@@ -136,6 +170,7 @@ private:
     QString strGameStatusColour;
     QString strAppPath;
     std::shared_ptr<qf::LanguageTextProvider> m_languageTextProvider;
+    std::shared_ptr<qf::SettingsStore> m_settingsStore;
     QString strProfileBuffer;
     qint32 intProfileLength = 0;
     int m_ruleDepth = 0;

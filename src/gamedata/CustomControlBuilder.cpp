@@ -1,5 +1,6 @@
 #include "gamedata/CustomControlBuilder.h"
 
+#include "control/SkipOnError.h"
 #include "control/qForms.h"
 #include "gamedata/GameDataKeys.h"
 #include "gamedata/ValueSyntax.h"
@@ -8,21 +9,10 @@ namespace qf {
 
 namespace {
 
-// Runs one step of the build; a failing step leaves its property as it was.
-template <typename Step>
-void step(Step&& run)
-{
-    try {
-        run();
-    } catch (const Error&) {
-    }
-}
-
 // Loads element n, or keeps the one an earlier build left there.
-template <typename T>
-T& loadOrReuse(WidgetArray<T>& array, int n)
+template <typename T> T& loadOrReuse(WidgetArray<T>& array, int n)
 {
-    step([&] { array.load(n); });
+    skipOnError([&] { array.load(n); });
     return array.at(n);
 }
 
@@ -31,7 +21,7 @@ T& loadOrReuse(WidgetArray<T>& array, int n)
 // unrelated earlier entry.
 void setFromFirst(const QString& value, const std::function<void(float)>& set)
 {
-    step([&] {
+    skipOnError([&] {
         const syntax::PairValue pair = syntax::splitPair(value);
         if (pair.first)
             set(syntax::toSingle(*pair.first));
@@ -40,7 +30,7 @@ void setFromFirst(const QString& value, const std::function<void(float)>& set)
 
 void setFromSecond(const QString& value, const std::function<void(float)>& set)
 {
-    step([&] { set(syntax::toSingle(syntax::splitPair(value).second)); });
+    skipOnError([&] { set(syntax::toSingle(syntax::splitPair(value).second)); });
 }
 
 } // namespace
@@ -49,8 +39,8 @@ void CustomControlBuilder::build()
 {
     int count = 0;
     try {
-        count = syntax::toInt16(m_control.gameDataRead(gamedata::Section, gamedata::Count,
-                                                       QStringLiteral("0")));
+        count = syntax::toInt16(
+            m_control.gameDataRead(gamedata::Section, gamedata::Count, QStringLiteral("0")));
     } catch (const Error&) {
         return;
     }
@@ -77,7 +67,8 @@ void CustomControlBuilder::build()
 
 QString CustomControlBuilder::read(int entry, const QString& suffix, const QString& defaultValue)
 {
-    return m_control.gameDataRead(gamedata::Section, gamedata::entryKey(entry, suffix), defaultValue)
+    return m_control
+        .gameDataRead(gamedata::Section, gamedata::entryKey(entry, suffix), defaultValue)
         .toLower();
 }
 
@@ -96,11 +87,11 @@ void CustomControlBuilder::placeSize(Widget& widget, int entry)
     setFromFirst(size, [&](float height) { widget.setHeight(height); });
 }
 
-template <typename SetCaption>
-void CustomControlBuilder::applyCaption(int entry, SetCaption set)
+template <typename SetCaption> void CustomControlBuilder::applyCaption(int entry, SetCaption set)
 {
     const QString caption = read(entry, gamedata::Caption);
-    step([&] { set(syntax::isTextNumber(caption) ? m_control.languageText(caption) : caption); });
+    skipOnError(
+        [&] { set(syntax::isTextNumber(caption) ? m_control.languageText(caption) : caption); });
 }
 
 void CustomControlBuilder::buildCheckBox(int entry, int n)
@@ -111,7 +102,7 @@ void CustomControlBuilder::buildCheckBox(int entry, int n)
     applyCaption(entry, [&](const QString& caption) { box.setCaption(caption); });
     box.setTag(read(entry, gamedata::VisualFunction));
     const QString visible = read(entry, gamedata::Visible, QStringLiteral("True"));
-    step([&] { box.setVisible(syntax::toBoolean(visible)); });
+    skipOnError([&] { box.setVisible(syntax::toBoolean(visible)); });
 }
 
 void CustomControlBuilder::buildOptionButton(int entry, int n)
@@ -144,7 +135,7 @@ void CustomControlBuilder::buildCombo(int entry, int n)
         if (item.kind == syntax::ItemListStep::Kind::Append)
             combo.addItem(item.text);
         else
-            step([&] { combo.setText(item.text); });
+            skipOnError([&] { combo.setText(item.text); });
     }
     combo.setVisible(true);
 }
@@ -169,7 +160,7 @@ void CustomControlBuilder::buildLine(int entry, int n)
     setFromSecond(y, [&](float y1) { line.setY1(y1); });
     setFromFirst(y, [&](float y2) { line.setY2(y2); });
     const QString width = read(entry, gamedata::Width, QStringLiteral("1"));
-    step([&] { line.setBorderWidth(syntax::toInt16(width)); });
+    skipOnError([&] { line.setBorderWidth(syntax::toInt16(width)); });
     line.setVisible(true);
 }
 
@@ -180,7 +171,7 @@ void CustomControlBuilder::buildText(int entry, int n)
     placeSize(text, entry);
     applyCaption(entry, [&](const QString& caption) { text.setText(caption); });
     const QString locked = read(entry, gamedata::Locked, QStringLiteral("0"));
-    step([&] { text.setLocked(syntax::toBoolean(locked)); });
+    skipOnError([&] { text.setLocked(syntax::toBoolean(locked)); });
     text.setVisible(true);
 }
 

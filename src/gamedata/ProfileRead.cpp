@@ -21,7 +21,8 @@ QString qForms::gameDataPath() const
     return strAppPath + QStringLiteral("\\Data\\") + strQGDFile;
 }
 
-QString qForms::gameDataRead(const QString& section, const QString& key, const QString& defaultValue)
+QString qForms::gameDataRead(const QString& section, const QString& key,
+                             const QString& defaultValue)
 {
     return profileRead(section, key, defaultValue, gameDataPath());
 }

@@ -1,19 +1,15 @@
+#include "control/SkipOnError.h"
 #include "control/qForms.h"
 
 namespace {
 
 // Unloads every loaded element; an index that is not loaded is skipped. The
 // highest index is taken once, before the first unload.
-template <typename T>
-void unloadDynamicWidgets(qf::WidgetArray<T>& array)
+template <typename T> void unloadDynamicWidgets(qf::WidgetArray<T>& array)
 {
     const int highest = array.upperBound();
-    for (int index = 1; index <= highest; ++index) {
-        try {
-            array.unload(index);
-        } catch (const qf::Error&) {
-        }
-    }
+    for (int index = 1; index <= highest; ++index)
+        qf::skipOnError([&] { array.unload(index); });
 }
 
 } // namespace
