@@ -1,6 +1,7 @@
 // qforms: command-line access to what the options control reads, for checking
 // game data and game list files without a launcher.
 
+#include "detect/Function.h"
 #include "platform/Errors.h"
 #include "platform/ProfileReader.h"
 
@@ -69,6 +70,17 @@ int runRead(const QStringList& args, Io& io)
     return 0;
 }
 
+int runVersion(const QStringList& args, Io& io)
+{
+    const ParsedArgs parsed = splitOptions(args);
+    if (!parsed.options.isEmpty())
+        throw UsageError(QStringLiteral("unknown option %1").arg(parsed.options.first()));
+    if (parsed.operands.size() != 1)
+        throw UsageError(QStringLiteral("version takes FILE"));
+    io.out << qf::Function::FileVersionText(parsed.operands.first()) << '\n';
+    return 0;
+}
+
 int runHelp(const QStringList& args, Io& io);
 
 const Command Commands[] = {
@@ -78,6 +90,11 @@ const Command Commands[] = {
          "(1024-character buffer: at most 1023 characters), or DEFAULT when it is missing.\n"
          "With --length, a second line holds the number of characters returned."),
      runRead},
+    {QLatin1StringView("version"), QLatin1StringView("version FILE"),
+     QLatin1StringView(
+         "Print the file version that the control reads from the version resource of the\n"
+         "program FILE (a.b.c.d; 0.0.0.0 for a file without one)."),
+     runVersion},
     {QLatin1StringView("help"), QLatin1StringView("help"),
      QLatin1StringView("Print this help (also -h and --help)."), runHelp},
 };
