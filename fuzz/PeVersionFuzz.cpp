@@ -6,7 +6,7 @@
 
 #ifdef QFORMS_WRITE_SEEDS
 
-#include "support/PeWriter.h"
+#include "PeImage.h"
 
 #include <QDir>
 
@@ -23,16 +23,16 @@ int main(int argc, char** argv)
     if (!folder.mkpath(QStringLiteral(".")))
         return 1;
     int written = 0;
-    const auto write = [&](const qf::test::PeImage& image) {
+    const auto write = [&](const qf::PeImage& image) {
         written += image.write(folder.filePath(QStringLiteral("seed-%1.exe").arg(written)));
     };
     for (bool plus : {false, true}) {
-        write(qf::test::PeImage(
+        write(qf::PeImage(
             {.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000}));
-        write(qf::test::PeImage({.pe32Plus = plus, .withResources = false}));
-        write(qf::test::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 14}));
-        write(qf::test::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 60}));
-        qf::test::PeImage cyclic({.pe32Plus = plus});
+        write(qf::PeImage({.pe32Plus = plus, .withResources = false}));
+        write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 14}));
+        write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 60}));
+        qf::PeImage cyclic({.pe32Plus = plus});
         cyclic.makeDirectoryCyclic();
         write(cyclic);
     }

@@ -1,6 +1,6 @@
 #include "control/qForms.h"
 #include "platform/QSettingsStore.h"
-#include "support/PeWriter.h"
+#include "PeImage.h"
 #include "support/TestHost.h"
 #include "support/TraceRecorder.h"
 
@@ -15,7 +15,7 @@ protected:
     GameCheckTest()
     {
         host.writeLanguage(0, "000=\": not set up\"\n001=\" found\"\n002=\" missing\"\n003=\" version \"\n");
-        host.write(QStringLiteral("game/arena.exe"), qf::test::PeImage({.fileVersionMS = 0x00040000,
+        host.write(QStringLiteral("game/arena.exe"), qf::PeImage({.fileVersionMS = 0x00040000,
                                                                       .fileVersionLS = 40000})
                                                          .bytes);
         control.setAppPath(host.path());

@@ -1,6 +1,6 @@
 #include "detect/Function.h"
 #include "platform/PeVersionResource.h"
-#include "support/PeWriter.h"
+#include "PeImage.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -10,7 +10,7 @@
 
 using namespace qf;
 using namespace Qt::Literals::StringLiterals;
-using test::PeImage;
+
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace qf::test {
+namespace qf {
 
 struct PeOptions {
     bool pe32Plus = false;
@@ -40,4 +40,4 @@ struct PeImage {
     bool write(const QString& path, qint64 sparseSize = 0) const;
 };
 
-} // namespace qf::test
+} // namespace qf

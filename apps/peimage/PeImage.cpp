@@ -1,9 +1,9 @@
-#include "support/PeWriter.h"
+#include "PeImage.h"
 
 #include <QFile>
 #include <QtEndian>
 
-namespace qf::test {
+namespace qf {
 
 namespace {
 
@@ -157,4 +157,4 @@ bool PeImage::write(const QString& path, qint64 sparseSize) const
            (sparseSize <= bytes.size() || file.resize(sparseSize));
 }
 
-} // namespace qf::test
+} // namespace qf
