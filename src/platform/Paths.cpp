@@ -130,6 +130,25 @@ bool matchesFrom(QStringView name, QStringView pattern)
     return p == pattern.size();
 }
 
+// Without regard to case, ties in case-sensitive order, so that the order
+// does not depend on the file system's.
+void sortByName(QStringList& names)
+{
+    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+        const int folded = a.compare(b, Qt::CaseInsensitive);
+        return folded != 0 ? folded < 0 : a < b;
+    });
+}
+
+QString resolveFolder(const QString& folder)
+{
+    std::optional<struct stat> st;
+    const QString resolved = resolve(folder, st);
+    if (!st || !S_ISDIR(st->st_mode))
+        throw PathError(QStringLiteral("Folder not found: %1").arg(folder));
+    return resolved;
+}
+
 } // namespace
 
 QString normalize(const QString& path)
@@ -205,11 +224,7 @@ bool matchesWildcard(const QString& name, const QString& pattern)
 
 QStringList listFiles(const QString& folder, const QString& pattern)
 {
-    std::optional<struct stat> st;
-    const QString resolved = resolve(folder, st);
-    if (!st || !S_ISDIR(st->st_mode))
-        throw PathError(QStringLiteral("Folder not found: %1").arg(folder));
-
+    const QString resolved = resolveFolder(folder);
     // QDir::Hidden: dot-files are ordinary files to Windows-authored data.
     const QStringList entries = QDir(resolved).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
     QStringList names;
@@ -217,10 +232,16 @@ QStringList listFiles(const QString& folder, const QString& pattern)
         if (matchesWildcard(entry, pattern))
             names.append(entry);
     }
-    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        const int folded = a.compare(b, Qt::CaseInsensitive);
-        return folded != 0 ? folded < 0 : a < b;
-    });
+    sortByName(names);
+    return names;
+}
+
+QStringList listEntries(const QString& folder)
+{
+    const QString resolved = resolveFolder(folder);
+    QStringList names = QDir(resolved).entryList(
+        QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::NoSort);
+    sortByName(names);
     return names;
 }
 

@@ -37,6 +37,10 @@ bool isDirectory(const QString& path);
 // to case. Throws qf::PathError when the folder does not exist.
 QStringList listFiles(const QString& folder, const QString& pattern);
 
+// Names of the files and folders in the folder, without "." and "..", in the
+// order of listFiles(). Throws qf::PathError when the folder does not exist.
+QStringList listEntries(const QString& folder);
+
 // Whether a name matches a wildcard pattern ('*' any run, '?' one character)
 // without regard to case.
 bool matchesWildcard(const QString& name, const QString& pattern);
