@@ -155,3 +155,42 @@ TEST(ControlView, ClickingABuiltCheckBoxRunsItsRuleAndTheWindowShowsTheResultAtO
     control.qClear();
     EXPECT_EQ(view.findChildren<QCheckBox*>().size(), 2) << "chkModCheck and the template stay";
 }
+
+TEST(ControlView, TypingAGameFolderChecksTheGameAndShowsStatusColourAndMods)
+{
+    TestHost host;
+    host.writeLanguage(0, "000=\" -\"\n001=\" found\"\n002=\" missing\"\n");
+    host.write(QStringLiteral("g/arena.exe"), "program");
+    host.write(QStringLiteral("g/base/pak0.pk3"), "");
+    host.write(QStringLiteral("g/ctf/map.pk3"), "");
+    host.write(QStringLiteral("g/ctf/description.txt"), "Capture the flag");
+    qForms control;
+    control.setAppPath(host.path());
+    control.setQpGameName(QStringLiteral("Arena"));
+    control.setQpGameApplication(QStringLiteral("arena.exe"));
+    control.setQpGameBase(QStringLiteral("base"));
+    control.setQpVersionType(QStringLiteral("0"));
+    control.setQpUseModSelection(true);
+    qf::ControlView view(control);
+    view.show();
+    const auto& w = control.widgets();
+    auto* status = qobject_cast<QLabel*>(view.viewOf(w.lblStatus));
+
+    QTest::keyClicks(view.viewOf(w.txtPath), host.path());
+    EXPECT_EQ(status->text(), QStringLiteral(" Arena missing"));
+    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(255, 0, 0));
+    EXPECT_FALSE(view.viewOf(w.comModSelect)->isEnabled());
+
+    QTest::keyClicks(view.viewOf(w.txtPath), QStringLiteral("/g"));
+    EXPECT_EQ(status->text(), QStringLiteral(" Arena found"));
+    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(0, 255, 0));
+    auto* mods = qobject_cast<QComboBox*>(view.viewOf(w.comModSelect));
+    ASSERT_EQ(mods->count(), 2);
+    EXPECT_TRUE(mods->isEnabled());
+
+    // Choosing a mod in the list shows its description and checks the box.
+    mods->setCurrentIndex(1);
+    emit mods->activated(1);
+    EXPECT_EQ(qobject_cast<QLabel*>(view.viewOf(w.lblModName))->text(), QStringLiteral("Capture the flag "));
+    EXPECT_TRUE(qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck))->isChecked());
+}
