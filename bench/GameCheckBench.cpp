@@ -4,7 +4,7 @@
 #include "PeImage.h"
 #include "control/qForms.h"
 #include "detect/Function.h"
-#include "platform/QSettingsStore.h"
+#include "platform/IniFileSettingsStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -56,7 +56,8 @@ void BM_CheckGameWithMods(benchmark::State& state)
     control.setQpGameBase(QStringLiteral("base"));
     control.setQpVersionType(QStringLiteral("0"));
     control.setQpUseModSelection(true);
-    control.setSettingsStore(std::make_shared<qf::QSettingsStore>(folder.filePath(QStringLiteral("config"))));
+    control.setSettingsStore(
+        std::make_shared<qf::IniFileSettingsStore>(folder.filePath(QStringLiteral("config"))));
     control.widgets().txtPath.setText(folder.filePath(QStringLiteral("game")));
     for (auto _ : state)
         control.qCheckGame();

@@ -1,6 +1,6 @@
-#include "control/qForms.h"
-#include "platform/QSettingsStore.h"
 #include "PeImage.h"
+#include "control/qForms.h"
+#include "platform/IniFileSettingsStore.h"
 #include "support/TestHost.h"
 #include "support/TraceRecorder.h"
 
@@ -14,16 +14,17 @@ class GameCheckTest : public ::testing::Test {
 protected:
     GameCheckTest()
     {
-        host.writeLanguage(0, "000=\": not set up\"\n001=\" found\"\n002=\" missing\"\n003=\" version \"\n");
-        host.write(QStringLiteral("game/arena.exe"), qf::PeImage({.fileVersionMS = 0x00040000,
-                                                                      .fileVersionLS = 40000})
-                                                         .bytes);
+        host.writeLanguage(
+            0, "000=\": not set up\"\n001=\" found\"\n002=\" missing\"\n003=\" version \"\n");
+        host.write(QStringLiteral("game/arena.exe"),
+                   qf::PeImage({.fileVersionMS = 0x00040000, .fileVersionLS = 40000}).bytes);
         control.setAppPath(host.path());
         control.setQpGameName(QStringLiteral("Arena"));
         control.setQpGameApplication(QStringLiteral("arena.exe"));
         control.setQpGameBase(QStringLiteral("base"));
         control.setQpVersionType(QStringLiteral("0"));
-        control.setSettingsStore(std::make_shared<qf::QSettingsStore>(host.filePath(QStringLiteral("config"))));
+        control.setSettingsStore(
+            std::make_shared<qf::IniFileSettingsStore>(host.filePath(QStringLiteral("config"))));
         QObject::connect(&control, &qForms::StatusChange, [this] {
             seen.append(control.qpGameStatusColour() + QLatin1Char('|') + control.qpGameStatus());
         });
@@ -125,17 +126,16 @@ TEST_F(GameCheckTest, PakFilesNamedInGameListFilesGiveTheVersionAndTheLastMatchW
     check(gameFolder() + QStringLiteral("/arena.exe"));
     EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version 1.32"));
     const QString listFolder = host.path() + QStringLiteral("\\Data\\Arena\\AVA");
-    EXPECT_EQ(traces.messages.mid(3),
-              (QStringList{QStringLiteral("strApplicationName > arena.exe"),
-                           QStringLiteral("lstAVA.Path > ") + listFolder,
-                           QStringLiteral("AVA List COunt > 2"), QStringLiteral("strPakForVersion > 1"),
-                           QStringLiteral("strPakName > pak"),
-                           gameFolder() + QStringLiteral("/\\base\\pak1.pk3"),
-                           QStringLiteral("strVersion > 1.16"), QStringLiteral("strPakForVersion > 8"),
-                           QStringLiteral("strPakName > pak"),
-                           gameFolder() + QStringLiteral("/\\base\\pak8.PK3"),
-                           QStringLiteral("strVersion > 1.32"),
-                           QStringLiteral("strFV > ") + QStringLiteral(" version 1.32")}));
+    EXPECT_EQ(
+        traces.messages.mid(3),
+        (QStringList{
+            QStringLiteral("strApplicationName > arena.exe"),
+            QStringLiteral("lstAVA.Path > ") + listFolder, QStringLiteral("AVA List COunt > 2"),
+            QStringLiteral("strPakForVersion > 1"), QStringLiteral("strPakName > pak"),
+            gameFolder() + QStringLiteral("/\\base\\pak1.pk3"), QStringLiteral("strVersion > 1.16"),
+            QStringLiteral("strPakForVersion > 8"), QStringLiteral("strPakName > pak"),
+            gameFolder() + QStringLiteral("/\\base\\pak8.PK3"), QStringLiteral("strVersion > 1.32"),
+            QStringLiteral("strFV > ") + QStringLiteral(" version 1.32")}));
 
     // A later miss keeps the version found before it.
     QFile::remove(host.filePath(QStringLiteral("game/base/pak8.pk3")));
@@ -177,7 +177,8 @@ TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTr
 
     control.widgets().txtPath.setText(gameFolder());
     EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("green"));
-    EXPECT_EQ(seen, (QStringList{QStringLiteral("red| Arena missing"), QStringLiteral("green| Arena found")}));
+    EXPECT_EQ(seen, (QStringList{QStringLiteral("red| Arena missing"),
+                                 QStringLiteral("green| Arena found")}));
 
     // The same outcome again changes no caption and so raises no event.
     control.qCheckGame();

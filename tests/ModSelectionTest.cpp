@@ -1,5 +1,5 @@
 #include "control/qForms.h"
-#include "platform/QSettingsStore.h"
+#include "platform/IniFileSettingsStore.h"
 #include "settings/SettingsKeys.h"
 #include "support/TestHost.h"
 
@@ -31,8 +31,8 @@ protected:
 
     TestHost game;
     QTemporaryDir settingsDir;
-    std::shared_ptr<qf::QSettingsStore> store =
-        std::make_shared<qf::QSettingsStore>(settingsDir.path());
+    std::shared_ptr<qf::IniFileSettingsStore> store =
+        std::make_shared<qf::IniFileSettingsStore>(settingsDir.path());
     qForms control;
     qf::ControlWidgets& w = control.widgets();
 };

@@ -1,11 +1,11 @@
 #include "control/qForms.h"
 
-#include "platform/QSettingsStore.h"
+#include "platform/IniFileSettingsStore.h"
 
 qf::SettingsStore& qForms::settingsStore()
 {
     if (!m_settingsStore)
-        m_settingsStore = std::make_shared<qf::QSettingsStore>();
+        m_settingsStore = std::make_shared<qf::IniFileSettingsStore>();
     return *m_settingsStore;
 }
 

@@ -1,0 +1,207 @@
+#include "platform/IniFileSettingsStore.h"
+
+#include "platform/Errors.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QRandomGenerator>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <cerrno>
+#include <ctime>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <unistd.h>
+
+namespace qf {
+
+namespace {
+
+[[noreturn]] void failSave(const QString& path, const QString& reason)
+{
+    throw SaveError(QStringLiteral("Could not write the settings file %1: %2").arg(path, reason));
+}
+
+// A process killed between creating its lock file and writing its id into it
+// leaves an empty file, which QLockFile takes for stale only after 30 s. Its
+// holder keeps an flock on it while alive; an empty file a second old that
+// nobody holds is removed at once.
+void removeEmptyStaleLock(const QString& lockPath)
+{
+    const QByteArray path = QFile::encodeName(lockPath);
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return;
+    struct stat opened {};
+    struct stat named {};
+    if (::fstat(fd, &opened) == 0 && opened.st_size == 0 && opened.st_mtime < ::time(nullptr) - 1 &&
+        ::flock(fd, LOCK_EX | LOCK_NB) == 0 && ::stat(path.constData(), &named) == 0 &&
+        named.st_ino == opened.st_ino && named.st_dev == opened.st_dev)
+        ::unlink(path.constData());
+    ::close(fd);
+}
+
+} // namespace
+
+bool IniFileSettingsStore::Identity::operator==(const Identity& other) const
+{
+    return device == other.device && inode == other.inode && size == other.size &&
+           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec;
+}
+
+IniFileSettingsStore::IniFileSettingsStore()
+    : IniFileSettingsStore(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation))
+{
+}
+
+IniFileSettingsStore::IniFileSettingsStore(const QString& configFolder)
+    : m_configFolder(configFolder)
+{
+}
+
+QString IniFileSettingsStore::fileName(const QString& application) const
+{
+    if (application.isEmpty() || application.contains(u'/') || application.contains(QChar::Null))
+        throw InvalidValueError(
+            QStringLiteral("\"%1\" cannot name a settings file").arg(application));
+    return QDir(m_configFolder).filePath(application + QStringLiteral(".ini"));
+}
+
+void IniFileSettingsStore::saveValue(const QString& application, const QString& section,
+                                     const QString& key, const QString& value)
+{
+    const QString fullKey = settingsini::settingsKey(section, key);
+    File& target = file(application);
+    const auto found = target.unwrittenIndex.constFind(fullKey);
+    if (found != target.unwrittenIndex.constEnd()) {
+        target.unwritten[*found].second = value;
+        return;
+    }
+    target.unwrittenIndex.insert(fullKey, target.unwritten.size());
+    target.unwritten.emplace_back(fullKey, value);
+}
+
+QString IniFileSettingsStore::readValue(const QString& application, const QString& section,
+                                        const QString& key, const QString& defaultValue) const
+{
+    const QString fullKey = settingsini::settingsKey(section, key);
+    File& source = file(application);
+    const auto collected = source.unwrittenIndex.constFind(fullKey);
+    if (collected != source.unwrittenIndex.constEnd())
+        return source.unwritten[*collected].second;
+    refresh(source);
+    return source.document.value(fullKey).value_or(defaultValue);
+}
+
+void IniFileSettingsStore::sync()
+{
+    QStringList failures;
+    for (auto& [application, target] : m_files) {
+        if (target.unwritten.empty())
+            continue;
+        try {
+            write(target);
+        } catch (const Error& error) {
+            failures.append(error.message());
+        }
+    }
+    if (!failures.isEmpty())
+        throw SaveError(failures.join(QStringLiteral("; ")));
+}
+
+IniFileSettingsStore::File& IniFileSettingsStore::file(const QString& application) const
+{
+    auto it = m_files.find(application);
+    if (it == m_files.end()) {
+        File opened;
+        opened.path = fileName(application);
+        it = m_files.emplace(application, std::move(opened)).first;
+    }
+    return it->second;
+}
+
+void IniFileSettingsStore::refresh(File& file) const
+{
+    const QByteArray nativePath = QFile::encodeName(file.path);
+    struct stat status {};
+    if (::stat(nativePath.constData(), &status) != 0) {
+        // A configuration folder that is a file holds no settings either.
+        if (errno != ENOENT && errno != ENOTDIR)
+            throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
+        file.identity.reset();
+        file.document = {};
+        file.read = true;
+        return;
+    }
+    const auto identityOf = [](const struct stat& s) {
+        return Identity{s.st_dev, s.st_ino, s.st_size, s.st_mtim};
+    };
+    if (file.read && file.identity && *file.identity == identityOf(status))
+        return;
+
+    // The identity comes from the open file, so it belongs to the bytes read
+    // even when the file is replaced meanwhile.
+    QFile input(file.path);
+    if (!S_ISREG(status.st_mode) || !input.open(QIODevice::ReadOnly) ||
+        ::fstat(input.handle(), &status) != 0)
+        throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
+    QByteArray bytes = input.readAll();
+    if (input.error() != QFileDevice::NoError)
+        throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
+    file.document = settingsini::Document(std::move(bytes));
+    file.identity = identityOf(status);
+    file.read = true;
+}
+
+void IniFileSettingsStore::write(File& file)
+{
+    if (!QDir().mkpath(m_configFolder))
+        failSave(file.path, QStringLiteral("cannot create its folder"));
+
+    // QLockFile's own wait sleeps 100 ms and more between tries; saves are short,
+    // so tries come every few milliseconds. A lock left by a process that died
+    // is taken over.
+    QLockFile lock(file.path + QStringLiteral(".lock"));
+    const QDeadlineTimer deadline(m_lockTimeout);
+    while (!lock.tryLock(0)) {
+        if (lock.error() != QLockFile::LockFailedError)
+            failSave(file.path, QStringLiteral("cannot create the lock file"));
+        if (deadline.hasExpired())
+            failSave(file.path, QStringLiteral("another program holds its lock"));
+        removeEmptyStaleLock(lock.fileName());
+        QThread::usleep(QRandomGenerator::system()->bounded(500, 3000));
+    }
+
+    try {
+        refresh(file);
+    } catch (const PathError& error) {
+        failSave(file.path, error.message());
+    }
+    const QByteArray bytes = file.document.merged(file.unwritten);
+
+    // Every step is checked: on a full disk QSaveFile::commit() alone may report
+    // success for a file cut short. Until commit() the old file is untouched,
+    // and the temporary file goes with `output`.
+    QSaveFile output(file.path);
+    if (!output.open(QIODevice::WriteOnly))
+        failSave(file.path, output.errorString());
+    if (output.write(bytes) != bytes.size() || !output.flush())
+        failSave(file.path, output.errorString());
+    if (::fsync(output.handle()) != 0)
+        failSave(file.path, QStringLiteral("cannot flush it to the disk"));
+    if (!output.commit())
+        failSave(file.path, output.errorString());
+
+    ++m_writeCount;
+    file.unwritten.clear();
+    file.unwrittenIndex.clear();
+    file.read = false;
+}
+
+} // namespace qf

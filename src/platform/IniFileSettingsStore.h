@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/SettingsIniFormat.h"
+#include "platform/SettingsStore.h"
+
+#include <QHash>
+#include <QString>
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <sys/stat.h>
+
+namespace qf {
+
+// The settings store in QSettings' INI files, one per application:
+// "<config folder>/<application>.ini", a group per section (names escaped as
+// settingsini::settingsKey says), so a host that uses QSettings on the same
+// file reads and writes the same values.
+//
+// saveValue() only collects; reads answer collected values first, then the
+// file as it is on disk (re-read whenever its identity changes). sync() writes
+// each file once: under the lock "<file>.lock" that QSettings takes too, it
+// reads the file as it is now, sets the collected values in it, and replaces it
+// in one rename, so other processes' keys survive and an interrupted write
+// leaves the old file. Values still collected when the store is destroyed are
+// lost: only sync() writes.
+//
+// Use it from one thread.
+class IniFileSettingsStore : public SettingsStore {
+public:
+    // Files in the per-user configuration folder ($XDG_CONFIG_HOME), where
+    // QSettings(QSettings::IniFormat, QSettings::UserScope, application) keeps them.
+    IniFileSettingsStore();
+    explicit IniFileSettingsStore(const QString& configFolder);
+
+    QString configFolder() const { return m_configFolder; }
+
+    // The file that holds the application's values. Throws qf::InvalidValueError
+    // for an application name that cannot be a file name.
+    QString fileName(const QString& application) const;
+
+    // Throw qf::InvalidValueError for an empty key or an unusable application name.
+    void saveValue(const QString& application, const QString& section, const QString& key,
+                   const QString& value) override;
+    // Throws qf::PathError when the file exists but cannot be read.
+    QString readValue(const QString& application, const QString& section, const QString& key,
+                      const QString& defaultValue) const override;
+
+    // Writes every file with collected values. When one fails the others are
+    // still written; the qf::SaveError names the files that failed, which keep
+    // their old content, and whose values stay collected for the next sync().
+    void sync() override;
+
+    // How long sync() waits for another process's lock before it fails.
+    void setLockTimeout(std::chrono::milliseconds timeout) { m_lockTimeout = timeout; }
+
+    // Files written since the store was made.
+    qint64 writeCount() const { return m_writeCount; }
+
+private:
+    struct Identity {
+        dev_t device = 0;
+        ino_t inode = 0;
+        off_t size = 0;
+        timespec modified{};
+        bool operator==(const Identity& other) const;
+    };
+    struct File {
+        QString path;
+        // Collected values by settings key, in the order first saved.
+        std::vector<std::pair<QString, QString>> unwritten;
+        QHash<QString, size_t> unwrittenIndex;
+        // The file as last read; nullopt identity: no file.
+        std::optional<Identity> identity;
+        settingsini::Document document;
+        bool read = false;
+    };
+
+    File& file(const QString& application) const;
+    // Brings the file's document up to date with the disk.
+    void refresh(File& file) const;
+    void write(File& file);
+
+    QString m_configFolder;
+    std::chrono::milliseconds m_lockTimeout{10'000};
+    qint64 m_writeCount = 0;
+    mutable std::map<QString, File> m_files;
+};
+
+} // namespace qf
