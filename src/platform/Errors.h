@@ -55,4 +55,9 @@ class SaveError : public Error {
     using Error::Error;
 };
 
+// The user cancelled a dialog that reports Cancel as an error.
+class CancelError : public Error {
+    using Error::Error;
+};
+
 } // namespace qf
