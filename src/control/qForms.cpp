@@ -6,9 +6,11 @@ qForms::qForms(QObject* parent) : QObject(parent), m_widgets(std::make_unique<qf
 {
     m_widgets->lblStatus.change.connect([this] { lblStatus_Change(); });
     m_widgets->txtPath.change.connect([this] { txtPath_Change(); });
+    m_widgets->cmdBrowse.click.connect([this] { cmdBrowse_Click(); });
     m_widgets->Check1.click.connect([this](int index) { Check1_Click(qint16(index)); });
     m_widgets->Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
     m_widgets->comModSelect.click.connect([this] { comModSelect_Click(); });
+    m_widgets->cmdEdit.click.connect([this] { cmdEdit_Click(); });
 }
 
 qForms::~qForms() = default;
@@ -48,11 +50,6 @@ void qForms::setQpUseConfigs(bool bolUseConfigs2)
     auto& w = *m_widgets;
     switchGroup({&w.lblSelectConfig, &w.cmdEdit, &w.lstConfig}, bolUseConfigs2);
     bolUseConfigs = bolUseConfigs2;
-}
-
-void qForms::setQpGameApplication(const QString& strGameApplication2)
-{
-    strGameApplication = strGameApplication2;
 }
 
 QString qForms::qpGameStatus() const

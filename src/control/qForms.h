@@ -1,7 +1,10 @@
 #pragma once
 
 #include "control/ControlWidgets.h"
+#include "platform/FileDialog.h"
 #include "platform/LanguageTextProvider.h"
+#include "platform/MessageBox.h"
+#include "platform/ProgramStarter.h"
 #include "platform/SettingsStore.h"
 
 #include <QObject>
@@ -37,6 +40,9 @@ class qForms : public QObject {
     Q_CLASSINFO("qModInit", "Initilise mod detection.")
     Q_CLASSINFO("qScanForMods", "Scan for mods.")
     Q_CLASSINFO("qSelectMod", "Load mod from registry into control.")
+    Q_CLASSINFO("qSaveSettings", "Save settings of controls to the registry.")
+    Q_CLASSINFO("qLoadSettings",
+                "Load settings from the registry into the control and its dynamic controls.")
     Q_CLASSINFO("qCheckGame", "Check for the game.")
     Q_CLASSINFO("lblStatus_Change", "Game detection event.")
     Q_CLASSINFO("StatusChange", "Game status event.")
@@ -107,14 +113,27 @@ public:
     Q_INVOKABLE QVariant qModInit();
     // Selects the stored mod again.
     Q_INVOKABLE QVariant qSelectMod();
+    // Writes the folder text, the switched-on fixed values and every valued
+    // dynamic widget to the settings store, in one write of its file.
+    // Failing steps are skipped; nothing is reported.
+    Q_INVOKABLE QVariant qSaveSettings();
+    // Puts the stored values back into the widgets, which runs the game check
+    // and the widgets' rules. Never writes; failing steps are skipped.
+    Q_INVOKABLE QVariant qLoadSettings();
     // Raises StatusChange; runs on every change of the status line.
     Q_INVOKABLE void lblStatus_Change();
 
+    // Lets the user pick the game's program; the chosen path goes into txtPath,
+    // which checks the game. Cancel or any failure ends it without a change.
+    void cmdBrowse_Click();
     // Runs on every change of txtPath's text: a complete game check.
     void txtPath_Change();
     // Runs on every selection in comModSelect: shows the mod's description and
     // sets the mod check box.
     void comModSelect_Click();
+    // Opens the selected config file in the text editor, or tells the user to
+    // select one. Errors reach the caller.
+    void cmdEdit_Click();
 
     // Apply the visual function rule of a clicked dynamic check box or option
     // button. Errors of a rule's target reach the caller.
@@ -125,9 +144,28 @@ public:
     qf::LanguageTextProvider& languageTextProvider();
     void setLanguageTextProvider(std::shared_ptr<qf::LanguageTextProvider> provider);
 
-    // The per-user settings store, a QSettingsStore unless the host gave one.
+    // The per-user settings store, an IniFileSettingsStore unless the host gave one.
     qf::SettingsStore& settingsStore();
     void setSettingsStore(std::shared_ptr<qf::SettingsStore> store);
+
+    // Starts the config editor; a DesktopProgramStarter unless the host gave one.
+    qf::ProgramStarter& programStarter();
+    void setProgramStarter(std::shared_ptr<qf::ProgramStarter> starter);
+
+    // Shows the control's messages. Without one from the host or the Qt view
+    // they go to the log, since this library has no widgets.
+    qf::MessageBox& messageBox();
+    void setMessageBox(std::shared_ptr<qf::MessageBox> box);
+    bool hasMessageBox() const { return m_messageBox != nullptr; }
+
+    // The folder of the control's library file, unless the host set another.
+    QString componentFolder() const;
+    void setComponentFolder(const QString& folder);
+
+    // The open-file dialog of cmdBrowse; throws qf::Error when there is none.
+    qf::FileDialog& fileDialog();
+    void setFileDialog(std::shared_ptr<qf::FileDialog> dialog);
+    bool hasFileDialog() const;
 
     // The text of a three-digit text number in the current language.
     QString languageText(const QString& textNumber);
@@ -171,6 +209,10 @@ private:
     QString strAppPath;
     std::shared_ptr<qf::LanguageTextProvider> m_languageTextProvider;
     std::shared_ptr<qf::SettingsStore> m_settingsStore;
+    std::shared_ptr<qf::ProgramStarter> m_programStarter;
+    std::shared_ptr<qf::MessageBox> m_messageBox;
+    QString m_componentFolder;
+    std::shared_ptr<qf::FileDialog> m_fileDialog;
     QString strProfileBuffer;
     qint32 intProfileLength = 0;
     int m_ruleDepth = 0;

@@ -1,6 +1,8 @@
 #include "toolkit/qt/ControlView.h"
 
 #include "control/qForms.h"
+#include "toolkit/qt/QtFileDialog.h"
+#include "toolkit/qt/QtMessageBox.h"
 
 namespace qf {
 
@@ -8,7 +10,8 @@ ControlView::ControlView(qForms& control, QWidget* parent)
     : QWidget(parent), m_control(&control), m_scale(logicalDpiX())
 {
     ControlWidgets& w = control.widgets();
-    setFixedSize(m_scale.pixels(ControlWidgets::ClientWidth), m_scale.pixels(ControlWidgets::ClientHeight));
+    setFixedSize(m_scale.pixels(ControlWidgets::ClientWidth),
+                 m_scale.pixels(ControlWidgets::ClientHeight));
     // The layout's twips were measured for an 8.25 pt font.
     QFont small = font();
     small.setPointSizeF(8.25);
@@ -28,11 +31,17 @@ ControlView::ControlView(qForms& control, QWidget* parent)
     bindArray(w.Combo1);
     bindArray(w.Text1);
 
-    QWidget* focusOrder[] = {viewOf(w.txtPath), viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
-                             viewOf(w.comModSelect), viewOf(w.txtCLP), viewOf(w.lstConfig),
+    QWidget* focusOrder[] = {viewOf(w.txtPath),      viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
+                             viewOf(w.comModSelect), viewOf(w.txtCLP),    viewOf(w.lstConfig),
                              viewOf(w.cmdEdit)};
     for (size_t i = 1; i < std::size(focusOrder); ++i)
         setTabOrder(focusOrder[i - 1], focusOrder[i]);
+
+    // Dialogs open over this view unless the host brought its own.
+    if (!control.hasFileDialog())
+        control.setFileDialog(std::make_shared<QtFileDialog>(this));
+    if (!control.hasMessageBox())
+        control.setMessageBox(std::make_shared<QtMessageBox>(this));
 
     connect(&control, &QObject::destroyed, this, [this] { controlDestroyed(); });
 }
@@ -73,12 +82,12 @@ void ControlView::unbind(const Widget& model)
     m_bindings.erase(&model);
 }
 
-template <typename T>
-void ControlView::bindArray(WidgetArray<T>& array)
+template <typename T> void ControlView::bindArray(WidgetArray<T>& array)
 {
     array.forEach([this](T& element) { bind(element); });
     const int loaded = array.loaded.connect([this, &array](int index) { bind(array.at(index)); });
-    const int unloading = array.unloading.connect([this, &array](int index) { unbind(array.at(index)); });
+    const int unloading =
+        array.unloading.connect([this, &array](int index) { unbind(array.at(index)); });
     m_disconnectArrays.push_back([&array, loaded, unloading] {
         array.loaded.disconnect(loaded);
         array.unloading.disconnect(unloading);

@@ -33,8 +33,7 @@ public:
 private:
     void bind(Widget& model);
     void unbind(const Widget& model);
-    template <typename T>
-    void bindArray(WidgetArray<T>& array);
+    template <typename T> void bindArray(WidgetArray<T>& array);
     QWidget* containerView(const Container* container) const;
     void controlDestroyed();
 

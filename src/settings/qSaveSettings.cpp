@@ -1,0 +1,70 @@
+#include "control/SkipOnError.h"
+#include "control/qForms.h"
+#include "gamedata/GameDataKeys.h"
+#include "gamedata/ValueSyntax.h"
+#include "settings/SettingsKeys.h"
+
+namespace {
+
+QString entryValue(qForms& control, int entry, const QString& suffix, const QString& defaultValue)
+{
+    return control.gameDataRead(qf::gamedata::Section, qf::gamedata::entryKey(entry, suffix),
+                                defaultValue);
+}
+
+} // namespace
+
+QVariant qForms::qSaveSettings()
+{
+    namespace keys = qf::settings;
+    namespace gd = qf::gamedata;
+    auto& w = *m_widgets;
+    // One value per step: a value the store refuses loses only itself.
+    const auto save = [&](const QString& key, const auto& value) {
+        qf::skipOnError(
+            [&] { settingsStore().saveValue(keys::Application, strGameName, key, value()); });
+    };
+
+    save(keys::Path, [&] { return w.txtPath.text(); });
+    if (bolUseModSelection) {
+        save(keys::ModName, [&] { return w.comModSelect.text(); });
+        save(keys::LoadModAlways, [&] { return QString::number(w.chkModCheck.value()); });
+    }
+    if (bolUseAdditionalCommandLineParameters)
+        save(keys::CommandLineParameters, [&] { return w.txtCLP.text(); });
+    if (bolUseConfigs)
+        save(keys::ConfigName, [&] { return w.lstConfig.fileName(); });
+
+    qint16 count = 0;
+    qf::skipOnError([&] {
+        count = qf::syntax::toInt16(
+            gameDataRead(gd::Section, gd::Count, QStringLiteral("0")).toLower());
+    });
+    for (int entry = 1; entry <= count; ++entry) {
+        qf::skipOnError([&] {
+            // All three reads come before any widget is touched.
+            const QString index =
+                entryValue(*this, entry, gd::Index, QStringLiteral("1")).toLower();
+            const QString controlKey = entryValue(*this, entry, gd::ControlKey, QString());
+            const QString type = entryValue(*this, entry, gd::Type, QString()).toLower();
+            QString value;
+            if (type == gd::KindCheckBox)
+                value = QString::number(w.Check1.at(qf::syntax::toInt16(index)).value());
+            else if (type == gd::KindOptionButton)
+                value = w.Option1.at(qf::syntax::toInt16(index)).value() ? QStringLiteral("True")
+                                                                         : QStringLiteral("False");
+            else if (type == gd::KindCombo)
+                value = w.Combo1.at(qf::syntax::toInt16(index)).text();
+            else if (type == gd::KindText)
+                value = w.Text1.at(qf::syntax::toInt16(index)).text();
+            else
+                return;
+            settingsStore().saveValue(keys::Application, strGameName, controlKey, value);
+        });
+    }
+
+    // The one write of the file. When it fails the control goes on; the values
+    // stay with the store for its next write.
+    qf::skipOnError([&] { settingsStore().sync(); });
+    return {};
+}
