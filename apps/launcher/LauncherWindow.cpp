@@ -1,81 +1,139 @@
 #include "LauncherWindow.h"
 
+#include "GamePage.h"
 #include "control/qForms.h"
-#include "toolkit/qt/ControlView.h"
+#include "platform/SettingsStore.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMessageBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPainter>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 namespace {
-const QString SampleGame = QStringLiteral("Emberfall");
+
+QIcon statusIcon(const QString& colourName)
+{
+    QPixmap pixmap(14, 14);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::darkGray);
+    painter.setBrush(colourName.isEmpty() ? QColor(Qt::lightGray) : QColor(colourName));
+    painter.drawEllipse(1, 1, 12, 12);
+    return QIcon(pixmap);
 }
 
-LauncherWindow::LauncherWindow(const QString& hostFolder, QWidget* parent)
-    : QMainWindow(parent), m_control(std::make_unique<qForms>())
+} // namespace
+
+LauncherWindow::LauncherWindow(const QString& hostFolder, const QList<GameEntry>& games,
+                               std::shared_ptr<qf::SettingsStore> store, QWidget* parent)
+    : QMainWindow(parent), m_store(std::move(store))
 {
     setWindowTitle(QStringLiteral("Quillmarsh 2"));
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
 
-    m_control->setAppPath(hostFolder);
-    m_control->setQpUseModSelection(false);
-    m_control->setQpUseAdditionalCommandLineParameters(false);
-    m_control->setQpUseConfigs(true);
-
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
     auto* header = new QHBoxLayout;
-    auto* title = new QLabel(SampleGame, page);
-    QFont titleFont = title->font();
-    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.4);
-    titleFont.setBold(true);
-    title->setFont(titleFont);
-    header->addWidget(title);
+    header->addWidget(new QLabel(tr("Games"), central));
     header->addStretch();
-    header->addWidget(new QLabel(tr("Language:"), page));
-    m_language = new QComboBox(page);
+    header->addWidget(new QLabel(tr("Language:"), central));
+    m_language = new QComboBox(central);
     m_language->addItem(QStringLiteral("English"), 0);
     m_language->addItem(QStringLiteral("Deutsch"), 1);
     header->addWidget(m_language);
     layout->addLayout(header);
 
-    m_view = new qf::ControlView(*m_control, page);
-    layout->addWidget(m_view);
+    auto* body = new QHBoxLayout;
+    m_games = new QListWidget(central);
+    m_games->setFixedWidth(150);
+    m_pages = new QStackedWidget(central);
+    for (const GameEntry& game : games) {
+        auto* page = new GamePage(game, hostFolder, m_store, m_pages);
+        const int row = m_pages->addWidget(page);
+        m_games->addItem(new QListWidgetItem(statusIcon({}), game.name));
+        connect(page, &GamePage::changed, this, [this, row] {
+            updateGameItem(row);
+            if (row == m_pages->currentIndex())
+                updateCommandLine();
+        });
+    }
+    body->addWidget(m_games);
+    body->addWidget(m_pages, 1);
+    layout->addLayout(body);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, page);
+    auto* commandRow = new QHBoxLayout;
+    commandRow->addWidget(new QLabel(tr("Command:"), central));
+    m_commandLine = new QLineEdit(central);
+    m_commandLine->setReadOnly(true);
+    m_commandLine->setObjectName(QStringLiteral("commandLine"));
+    commandRow->addWidget(m_commandLine);
+    layout->addLayout(commandRow);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, central);
+    connect(buttons, &QDialogButtonBox::accepted, this, &LauncherWindow::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     layout->addWidget(buttons);
-    setCentralWidget(page);
+    setCentralWidget(central);
 
-    connect(m_language, &QComboBox::currentIndexChanged, this,
-            [this](int row) { setLanguage(m_language->itemData(row).toInt()); });
-    setLanguage(0);
+    connect(m_games, &QListWidget::currentRowChanged, this, &LauncherWindow::showGame);
+    connect(m_language, &QComboBox::currentIndexChanged, this, [this] {
+        for (int row = 0; row < m_pages->count(); ++row)
+            page(row)->setLanguage(languageIndex());
+    });
+    if (!games.isEmpty())
+        m_games->setCurrentRow(0);
 }
 
-LauncherWindow::~LauncherWindow()
+LauncherWindow::~LauncherWindow() = default;
+
+GamePage* LauncherWindow::page(int row) const
 {
-    // The view goes before the control it shows.
-    delete m_view;
+    return qobject_cast<GamePage*>(m_pages->widget(row));
 }
 
-void LauncherWindow::setLanguage(int index)
+int LauncherWindow::languageIndex() const
 {
-    // The option widgets take their captions when they are built, so the page
-    // is built anew in the new language.
-    m_control->qClear();
-    m_control->setQpGameName(SampleGame);
-    m_control->setQpQGD(QStringLiteral("emberfall.qgd"));
-    m_control->setQpGameApplication(QStringLiteral("emberfall.exe"));
-    m_control->setQpGameBase(QStringLiteral("base"));
-    m_control->setQpVersionType(QStringLiteral("0"));
-    try {
-        m_control->setQpLanguageIndex(qint16(index));
-    } catch (const std::exception& error) {
-        QMessageBox::warning(this, windowTitle(),
-                             tr("The texts of this language could not be loaded:\n%1")
-                                 .arg(QString::fromUtf8(error.what())));
-    }
-    m_control->qInitCustomControls();
+    return m_language->currentData().toInt();
+}
+
+void LauncherWindow::setLanguageIndex(int index)
+{
+    m_language->setCurrentIndex(m_language->findData(index));
+}
+
+void LauncherWindow::showGame(int row)
+{
+    GamePage* shown = page(row);
+    if (!shown)
+        return;
+    if (m_games->currentRow() != row)
+        m_games->setCurrentRow(row);
+    m_pages->setCurrentIndex(row);
+    shown->open(languageIndex());
+    updateGameItem(row);
+    updateCommandLine();
+}
+
+void LauncherWindow::accept()
+{
+    for (int row = 0; row < m_pages->count(); ++row)
+        page(row)->save();
+    close();
+}
+
+void LauncherWindow::updateGameItem(int row)
+{
+    if (QListWidgetItem* item = m_games->item(row))
+        item->setIcon(statusIcon(page(row)->control().qpGameStatusColour()));
+}
+
+void LauncherWindow::updateCommandLine()
+{
+    if (GamePage* current = page(m_pages->currentIndex()))
+        m_commandLine->setText(current->commandLine());
 }

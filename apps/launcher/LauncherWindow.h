@@ -1,28 +1,46 @@
 #pragma once
 
+#include "LauncherConfig.h"
+
 #include <QMainWindow>
 
 #include <memory>
 
+class GamePage;
 class QComboBox;
-class qForms;
+class QLineEdit;
+class QListWidget;
+class QStackedWidget;
 
 namespace qf {
-class ControlView;
+class SettingsStore;
 }
 
-// A small host launcher: one game page with the options control on it, and a
-// switch for the language of the control's texts.
+// A small host launcher: a list of games, one page with an options control per
+// game, the language of the controls' texts, and OK to keep the choices.
 class LauncherWindow : public QMainWindow {
     Q_OBJECT
 public:
-    explicit LauncherWindow(const QString& hostFolder, QWidget* parent = nullptr);
+    LauncherWindow(const QString& hostFolder, const QList<GameEntry>& games,
+                   std::shared_ptr<qf::SettingsStore> store, QWidget* parent = nullptr);
     ~LauncherWindow() override;
 
-private:
-    void setLanguage(int index);
+    // Shows the page of the game at that row of the list, opening it.
+    void showGame(int row);
+    GamePage* page(int row) const;
+    int languageIndex() const;
+    void setLanguageIndex(int index);
 
-    std::unique_ptr<qForms> m_control;
-    qf::ControlView* m_view = nullptr;
+    // OK: every opened page stores its choices, then the window closes.
+    void accept();
+
+private:
+    void updateGameItem(int row);
+    void updateCommandLine();
+
+    std::shared_ptr<qf::SettingsStore> m_store;
+    QListWidget* m_games = nullptr;
+    QStackedWidget* m_pages = nullptr;
     QComboBox* m_language = nullptr;
+    QLineEdit* m_commandLine = nullptr;
 };
