@@ -1,5 +1,6 @@
 #include "platform/Errors.h"
 #include "platform/IniLanguageTextProvider.h"
+#include "support/TraceRecorder.h"
 
 #include <QDir>
 #include <QFile>
@@ -27,15 +28,6 @@ public:
 private:
     QTemporaryDir m_dir;
 };
-
-QtMessageHandler previousHandler = nullptr;
-QStringList tracedMessages;
-
-void recordTrace(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    if (type == QtDebugMsg && qstrcmp(context.category, "qforms.trace") == 0)
-        tracedMessages.append(message);
-}
 
 } // namespace
 
@@ -78,9 +70,7 @@ TEST(IniLanguageTextProvider, FileCheckAndTrace)
     EXPECT_FALSE(provider.fileExists(folder.appPath() + u"\\Data\\Languages"_s));
     EXPECT_FALSE(provider.fileExists(folder.appPath() + u"\\Data\\Languages\\9.ini"_s));
 
-    tracedMessages.clear();
-    previousHandler = qInstallMessageHandler(recordTrace);
+    TraceRecorder traces;
     provider.trace(u"game found"_s, folder.appPath());
-    qInstallMessageHandler(previousHandler);
-    EXPECT_EQ(tracedMessages, QStringList{u"game found"_s});
+    EXPECT_EQ(traces.messages, QStringList{u"game found"_s});
 }
