@@ -34,13 +34,13 @@ QByteArray entry(int i)
     case 2:
         return key + "Type=frame\n" + place + key + "Caption=Group " + n + "\n";
     case 3:
-        return key + "Type=combo\n" + place + key + "Caption=low;;medium;;high;;(medium);;\n" + key +
-               "ControlKey=Combo " + n + "\n";
+        return key + "Type=combo\n" + place + key + "Caption=low;;medium;;high;;(medium);;\n" +
+               key + "ControlKey=Combo " + n + "\n";
     case 4:
         return key + "Type=label\n" + place + key + "Caption=Label " + n + "\n";
     case 5:
-        return key + "Type=line\n" + key + "X-Location=120x6615\n" + key + "Y-Location=2580x2580\n" +
-               key + "Width=2\n";
+        return key + "Type=line\n" + key + "X-Location=120x6615\n" + key +
+               "Y-Location=2580x2580\n" + key + "Width=2\n";
     default:
         return key + "Type=text\n" + place + key + "Caption=player\n" + key + "Locked=0\n" + key +
                "ControlKey=Text " + n + "\n" + key + "ControlDefaultValue=Player\n";

@@ -27,8 +27,7 @@ int main(int argc, char** argv)
         written += image.write(folder.filePath(QStringLiteral("seed-%1.exe").arg(written)));
     };
     for (bool plus : {false, true}) {
-        write(qf::PeImage(
-            {.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000}));
+        write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000}));
         write(qf::PeImage({.pe32Plus = plus, .withResources = false}));
         write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 14}));
         write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 60}));

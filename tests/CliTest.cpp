@@ -69,8 +69,9 @@ TEST(Cli, VersionPrintsTheProgramsFileVersion)
 {
     QTemporaryDir dir;
     const QString program = dir.filePath(u"Game.exe"_s);
-    ASSERT_TRUE(qf::PeImage({.pe32Plus = true, .fileVersionMS = 0x0001FFFF, .fileVersionLS = 0x00020003})
-                    .write(program));
+    ASSERT_TRUE(
+        qf::PeImage({.pe32Plus = true, .fileVersionMS = 0x0001FFFF, .fileVersionLS = 0x00020003})
+            .write(program));
     EXPECT_EQ(runCli({u"version"_s, dir.path() + u"\\GAME.EXE"_s}).out, u"1.65535.2.3\n"_s);
     EXPECT_EQ(runCli({u"version"_s, dir.filePath(u"missing.exe"_s)}).out, u"0.0.0.0\n"_s);
     EXPECT_EQ(runCli({u"version"_s}).exitCode, 2);

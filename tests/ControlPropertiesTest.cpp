@@ -13,7 +13,8 @@ TEST(ControlProperties, AFreshControlIsEmptyAndShowsItsDesignTimeWidgets)
     for (const char* name : {"qpGameName", "qpGamePath", "qpGameApplication", "qpGameBase",
                              "qpVersionType", "qpQGD", "AppPath", "qpGameStatusColour"})
         EXPECT_EQ(control.property(name).toString(), QString()) << name;
-    for (const char* name : {"qpUseModSelection", "qpUseAdditionalCommandLineParameters", "qpUseConfigs"})
+    for (const char* name :
+         {"qpUseModSelection", "qpUseAdditionalCommandLineParameters", "qpUseConfigs"})
         EXPECT_FALSE(control.property(name).toBool()) << name;
     EXPECT_EQ(control.qpLanguageIndex(), 0);
 
@@ -91,7 +92,8 @@ TEST(ControlProperties, VersionTypeKeepsNumbersBelowThreeTurnsHigherOnesIntoNone
         EXPECT_EQ(control.qpVersionType(), QStringLiteral("none")) << tooHigh;
     }
     for (const char* notANumber : {"", "abc", "1a", "  "}) {
-        EXPECT_THROW(control.setQpVersionType(QString::fromLatin1(notANumber)), qf::TypeMismatchError)
+        EXPECT_THROW(control.setQpVersionType(QString::fromLatin1(notANumber)),
+                     qf::TypeMismatchError)
             << notANumber;
         EXPECT_EQ(control.qpVersionType(), QString::fromLatin1(notANumber))
             << "a rejected text stays stored";
@@ -117,10 +119,11 @@ TEST(ControlProperties, GroupSwitchesShowAndHideTheirWidgetsInOrderAndNothingEls
     control.setQpUseAdditionalCommandLineParameters(true);
     control.setQpUseConfigs(true);
     control.setQpUseConfigs(true);
-    EXPECT_EQ(order, (std::vector<QString>{QStringLiteral("chkModCheck"), QStringLiteral("comModSelect"),
-                                           QStringLiteral("lblModName"), QStringLiteral("txtCLP"),
-                                           QStringLiteral("lblCLP"), QStringLiteral("lblSelectConfig"),
-                                           QStringLiteral("cmdEdit"), QStringLiteral("lstConfig")}));
+    EXPECT_EQ(order,
+              (std::vector<QString>{QStringLiteral("chkModCheck"), QStringLiteral("comModSelect"),
+                                    QStringLiteral("lblModName"), QStringLiteral("txtCLP"),
+                                    QStringLiteral("lblCLP"), QStringLiteral("lblSelectConfig"),
+                                    QStringLiteral("cmdEdit"), QStringLiteral("lstConfig")}));
 
     control.setQpUseModSelection(false);
     EXPECT_FALSE(w.chkModCheck.isVisible());

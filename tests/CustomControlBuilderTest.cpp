@@ -196,7 +196,8 @@ TEST_F(CustomControlBuilderTest, CaptionsNameLanguageTextsOnlyWithThreeCharacter
     EXPECT_EQ(w.Frame1.at(1).caption(), QStringLiteral("05"));
     EXPECT_EQ(w.Option1.at(1).caption(), QStringLiteral("enable sound"));
     EXPECT_EQ(w.Text1.at(1).text(), QStringLiteral("Ton an"));
-    EXPECT_EQ(w.Label1.at(2).caption(), QString()) << "a failed lookup leaves the caption as it was";
+    EXPECT_EQ(w.Label1.at(2).caption(), QString())
+        << "a failed lookup leaves the caption as it was";
     EXPECT_TRUE(w.Label1.at(2).isVisible());
 }
 
@@ -248,9 +249,10 @@ TEST_F(CustomControlBuilderTest, ClearForgetsTheGameUnloadsEveryDynamicWidgetAnd
     EXPECT_EQ(control.AppPath(), host.path());
 
     control.setQpQGD(QStringLiteral("game.qgd"));
-    const QByteArray lines = "Count=7\nControl1Type=checkbox\nControl2Type=checkbox\nControl3Type=combo\n"
-                             "Control4Type=line\nControl5Type=label\nControl6Type=frame\n"
-                             "Control7Type=text\n";
+    const QByteArray lines =
+        "Count=7\nControl1Type=checkbox\nControl2Type=checkbox\nControl3Type=combo\n"
+        "Control4Type=line\nControl5Type=label\nControl6Type=frame\n"
+        "Control7Type=text\n";
     build(lines);
     w.txtPath.setText(QStringLiteral("/games/arena"));
     control.qClear();

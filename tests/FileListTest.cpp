@@ -1,6 +1,6 @@
+#include "toolkit/FileList.h"
 #include "platform/Errors.h"
 #include "toolkit/Container.h"
-#include "toolkit/FileList.h"
 
 #include <QDir>
 #include <QFile>

@@ -14,9 +14,9 @@ const QByteArray AllTexts = "053=folder\n038=browse\n055=mod\n026=parameters\n05
 QStringList captions(const qForms& control)
 {
     const auto& w = control.widgets();
-    return {w.lblPath.caption(),         w.cmdBrowse.caption(), w.chkModCheck.caption(),
-            w.lblCLP.caption(),          w.lblSelectConfig.caption(),
-            w.cmdEdit.caption(),         w.frameStatus.caption()};
+    return {w.lblPath.caption(),    w.cmdBrowse.caption(),       w.chkModCheck.caption(),
+            w.lblCLP.caption(),     w.lblSelectConfig.caption(), w.cmdEdit.caption(),
+            w.frameStatus.caption()};
 }
 
 } // namespace
@@ -35,10 +35,11 @@ TEST(LanguageCaptions, EachLanguageCaptionsTheSevenFixedWidgetsWithTheGameNameBe
     EXPECT_EQ(control.widgets().cmdBrowse.caption(), QStringLiteral("038"));
 
     control.setQpLanguageIndex(0);
-    EXPECT_EQ(captions(control),
-              (QStringList{QStringLiteral("Arenafolder"), QStringLiteral("browse"), QStringLiteral("mod"),
-                           QStringLiteral("parameters"), QStringLiteral("config"), QStringLiteral("edit"),
-                           QStringLiteral("Arenastatus")}));
+    EXPECT_EQ(
+        captions(control),
+        (QStringList{QStringLiteral("Arenafolder"), QStringLiteral("browse"), QStringLiteral("mod"),
+                     QStringLiteral("parameters"), QStringLiteral("config"), QStringLiteral("edit"),
+                     QStringLiteral("Arenastatus")}));
 
     control.setQpLanguageIndex(1);
     EXPECT_EQ(control.widgets().lblPath.caption(), QStringLiteral("ArenaOrdner"));
@@ -68,6 +69,7 @@ TEST(LanguageCaptions, AFailingLookupStopsAtItsRowKeepsTheNewIndexAndReachesTheC
     EXPECT_THROW(control.setQpLanguageIndex(2), qf::TextLookupError);
     EXPECT_EQ(control.qpLanguageIndex(), 2);
     const QStringList after = captions(control);
-    EXPECT_EQ(after.mid(0, 3), (QStringList{QStringLiteral("neu"), QStringLiteral("neu"), QStringLiteral("neu")}));
+    EXPECT_EQ(after.mid(0, 3),
+              (QStringList{QStringLiteral("neu"), QStringLiteral("neu"), QStringLiteral("neu")}));
     EXPECT_EQ(after.mid(3), before.mid(3));
 }

@@ -1,6 +1,6 @@
+#include "PeImage.h"
 #include "detect/Function.h"
 #include "platform/PeVersionResource.h"
-#include "PeImage.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -10,7 +10,6 @@
 
 using namespace qf;
 using namespace Qt::Literals::StringLiterals;
-
 
 namespace {
 

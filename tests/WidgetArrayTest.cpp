@@ -1,8 +1,8 @@
+#include "toolkit/WidgetArray.h"
 #include "platform/Errors.h"
 #include "toolkit/CheckBox.h"
 #include "toolkit/Container.h"
 #include "toolkit/OptionButton.h"
-#include "toolkit/WidgetArray.h"
 
 #include <gtest/gtest.h>
 
@@ -72,7 +72,8 @@ TEST(WidgetArray, AddressingOrUnloadingAMissingElementFailsAndGapsAreAllowed)
 TEST(WidgetArray, ClicksOfElementsAndTemplateArriveWithTheirIndex)
 {
     Container form(QStringLiteral("form"));
-    WidgetArray<OptionButton> array(std::make_unique<OptionButton>(QStringLiteral("Option1"), &form));
+    WidgetArray<OptionButton> array(
+        std::make_unique<OptionButton>(QStringLiteral("Option1"), &form));
     std::vector<int> clicks;
     array.click.connect([&](int n) { clicks.push_back(n); });
 

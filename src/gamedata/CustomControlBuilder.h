@@ -32,8 +32,7 @@ private:
     void placeLocation(Widget& widget, int entry);
     void placeSize(Widget& widget, int entry);
     // The caption, or the language text a text number names.
-    template <typename SetCaption>
-    void applyCaption(int entry, SetCaption set);
+    template <typename SetCaption> void applyCaption(int entry, SetCaption set);
 
     qForms& m_control;
 };

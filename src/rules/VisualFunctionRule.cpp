@@ -65,8 +65,8 @@ std::optional<VisualFunctionRule> VisualFunctionRule::parse(const QString& tag)
             continue;
         if (target == Target::Combo && !candidate.appliesToCombo)
             return std::nullopt;
-        return VisualFunctionRule{target, tag.mid(wordLength, separator - wordLength), candidate.when,
-                                  candidate.action};
+        return VisualFunctionRule{target, tag.mid(wordLength, separator - wordLength),
+                                  candidate.when, candidate.action};
     }
     return std::nullopt;
 }

@@ -15,7 +15,8 @@ public:
     {
         if (++m_depth > MaxRuleDepth) {
             --m_depth;
-            throw qf::Error(QStringLiteral("The visual function rules call each other without end"));
+            throw qf::Error(
+                QStringLiteral("The visual function rules call each other without end"));
         }
     }
     ~DepthGuard() { --m_depth; }

@@ -7,7 +7,8 @@ namespace qf {
 void CheckBox::setValue(int value)
 {
     if (value < Unchecked || value > Greyed)
-        throw InvalidValueError(QStringLiteral("A check box value is 0, 1 or 2, not %1").arg(value));
+        throw InvalidValueError(
+            QStringLiteral("A check box value is 0, 1 or 2, not %1").arg(value));
     if (assign(m_value, value, Property::Value))
         click.raise();
 }

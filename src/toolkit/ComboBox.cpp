@@ -13,7 +13,8 @@ void ComboBox::setText(const QString& text)
 {
     const qsizetype found = m_items.indexOf(text);
     if (found < 0)
-        throw InvalidValueError(QStringLiteral("\"%1\" is not in the list of %2").arg(text, name()));
+        throw InvalidValueError(
+            QStringLiteral("\"%1\" is not in the list of %2").arg(text, name()));
     setListIndex(int(found));
 }
 

@@ -10,8 +10,7 @@ namespace qf {
 // thread. Handlers may connect or disconnect others while it is raised; each
 // raise calls the handlers that were connected when it began.
 // Copying a widget does not copy who listens to it, so copies start empty.
-template <typename... Args>
-class Event {
+template <typename... Args> class Event {
 public:
     using Handler = std::function<void(Args...)>;
 

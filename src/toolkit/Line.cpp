@@ -40,7 +40,8 @@ void Line::setY2(float twips)
 void Line::setBorderWidth(int pixels)
 {
     if (pixels < 1)
-        throw InvalidValueError(QStringLiteral("A line is at least 1 pixel wide, not %1").arg(pixels));
+        throw InvalidValueError(
+            QStringLiteral("A line is at least 1 pixel wide, not %1").arg(pixels));
     assign(m_borderWidth, pixels, Property::BorderWidth);
 }
 

@@ -24,15 +24,14 @@ void requirePosition(float twips)
 
 } // namespace
 
-Widget::Widget(QString name, Container* container)
-    : m_name(std::move(name)), m_container(container)
+Widget::Widget(QString name, Container* container) : m_name(std::move(name)), m_container(container)
 {
 }
 
 Widget::Widget(const Widget& other)
     : m_name(other.m_name), m_index(other.m_index), m_container(other.m_container),
-      m_left(other.m_left), m_top(other.m_top), m_width(other.m_width),
-      m_height(other.m_height), m_visible(other.m_visible)
+      m_left(other.m_left), m_top(other.m_top), m_width(other.m_width), m_height(other.m_height),
+      m_visible(other.m_visible)
 {
 }
 

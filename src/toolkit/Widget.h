@@ -79,8 +79,7 @@ public:
     Event<Property> changed;
 
 protected:
-    template <typename T>
-    bool assign(T& field, const T& value, Property property)
+    template <typename T> bool assign(T& field, const T& value, Property property)
     {
         if (field == value)
             return false;
@@ -90,8 +89,7 @@ protected:
     }
 
 private:
-    template <typename T>
-    friend class WidgetArray;
+    template <typename T> friend class WidgetArray;
 
     QString m_name;
     int m_index = -1;

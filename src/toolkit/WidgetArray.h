@@ -13,8 +13,7 @@ namespace qf {
 // Widgets of one kind under one name. Element 0 is the template from the
 // layout; loading element n makes a hidden copy of it (container, position,
 // size, look). Indexes are 16-bit, so at most 32767.
-template <typename T>
-class WidgetArray {
+template <typename T> class WidgetArray {
 public:
     static constexpr int MaxIndex = 32767;
 
@@ -55,10 +54,13 @@ public:
     T& load(int index)
     {
         if (index < 1 || index > MaxIndex)
-            throw InvalidValueError(
-                QStringLiteral("%1(%2): an element index is 1 to %3").arg(name()).arg(index).arg(MaxIndex));
+            throw InvalidValueError(QStringLiteral("%1(%2): an element index is 1 to %3")
+                                        .arg(name())
+                                        .arg(index)
+                                        .arg(MaxIndex));
         if (exists(index))
-            throw ElementExistsError(QStringLiteral("%1(%2) is loaded already").arg(name()).arg(index));
+            throw ElementExistsError(
+                QStringLiteral("%1(%2) is loaded already").arg(name()).arg(index));
         if (index >= int(m_elements.size()))
             m_elements.resize(index + 1);
         auto element = std::make_unique<T>(templateWidget());
@@ -75,7 +77,8 @@ public:
     void unload(int index)
     {
         if (index == 0)
-            throw InvalidValueError(QStringLiteral("The template %1(0) cannot be unloaded").arg(name()));
+            throw InvalidValueError(
+                QStringLiteral("The template %1(0) cannot be unloaded").arg(name()));
         at(index);
         unloading.raise(index);
         m_elements[index].reset();
@@ -89,8 +92,7 @@ public:
     // Highest index in use.
     int upperBound() const { return int(m_elements.size()) - 1; }
 
-    template <typename F>
-    void forEach(F&& visit) const
+    template <typename F> void forEach(F&& visit) const
     {
         for (const auto& element : m_elements)
             if (element)

@@ -1,6 +1,6 @@
+#include "toolkit/qt/ControlView.h"
 #include "control/qForms.h"
 #include "support/TestHost.h"
-#include "toolkit/qt/ControlView.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -83,10 +83,10 @@ TEST(ControlView, KeyboardFocusFollowsTheControlsOrder)
             next = next->nextInFocusChain();
         while (next->focusPolicy() == Qt::NoFocus || next == &view);
     }
-    const std::vector<QWidget*> expected = {
-        view.viewOf(w.txtPath),      view.viewOf(w.cmdBrowse), view.viewOf(w.chkModCheck),
-        view.viewOf(w.comModSelect), view.viewOf(w.txtCLP),    view.viewOf(w.lstConfig),
-        view.viewOf(w.cmdEdit)};
+    const std::vector<QWidget*> expected = {view.viewOf(w.txtPath),     view.viewOf(w.cmdBrowse),
+                                            view.viewOf(w.chkModCheck), view.viewOf(w.comModSelect),
+                                            view.viewOf(w.txtCLP),      view.viewOf(w.lstConfig),
+                                            view.viewOf(w.cmdEdit)};
     EXPECT_EQ(chain, expected);
 }
 
@@ -118,12 +118,13 @@ TEST(ControlView, ArrayElementsAppearWhenLoadedAndGoWhenUnloadedEvenIfTheControl
 TEST(ControlView, ClickingABuiltCheckBoxRunsItsRuleAndTheWindowShowsTheResultAtOnce)
 {
     TestHost host;
-    host.writeCustomControls(QStringLiteral("game.qgd"),
-                             "Count=3\nControl1Type=checkbox\nControl1Caption=Safe mode\n"
-                             "Control1VisualFunction=combo1;;ifonthendisable\n"
-                             "Control2Type=combo\nControl2Caption=a;;b;;(b);;\n"
-                             "Control3Type=line\nControl3X-Location=0x1500\nControl3Y-Location=300x300\n"
-                             "Control3Width=3\n");
+    host.writeCustomControls(
+        QStringLiteral("game.qgd"),
+        "Count=3\nControl1Type=checkbox\nControl1Caption=Safe mode\n"
+        "Control1VisualFunction=combo1;;ifonthendisable\n"
+        "Control2Type=combo\nControl2Caption=a;;b;;(b);;\n"
+        "Control3Type=line\nControl3X-Location=0x1500\nControl3Y-Location=300x300\n"
+        "Control3Width=3\n");
     qForms control;
     control.setAppPath(host.path());
     control.setQpQGD(QStringLiteral("game.qgd"));
@@ -150,7 +151,8 @@ TEST(ControlView, ClickingABuiltCheckBoxRunsItsRuleAndTheWindowShowsTheResultAtO
     QWidget* line = view.viewOf(w.Line1.at(1));
     ASSERT_NE(line, nullptr);
     EXPECT_TRUE(line->geometry().contains(QPoint(0, view.scale().pixels(300))));
-    EXPECT_TRUE(line->geometry().contains(QPoint(view.scale().pixels(1500), view.scale().pixels(300))));
+    EXPECT_TRUE(
+        line->geometry().contains(QPoint(view.scale().pixels(1500), view.scale().pixels(300))));
 
     control.qClear();
     EXPECT_EQ(view.findChildren<QCheckBox*>().size(), 2) << "chkModCheck and the template stay";
@@ -191,6 +193,7 @@ TEST(ControlView, TypingAGameFolderChecksTheGameAndShowsStatusColourAndMods)
     // Choosing a mod in the list shows its description and checks the box.
     mods->setCurrentIndex(1);
     emit mods->activated(1);
-    EXPECT_EQ(qobject_cast<QLabel*>(view.viewOf(w.lblModName))->text(), QStringLiteral("Capture the flag "));
+    EXPECT_EQ(qobject_cast<QLabel*>(view.viewOf(w.lblModName))->text(),
+              QStringLiteral("Capture the flag "));
     EXPECT_TRUE(qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck))->isChecked());
 }

@@ -24,7 +24,8 @@ void LineWidget::setLine(QPoint from, QPoint to, int thickness)
 void LineWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::WindowText), m_thickness, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(
+        QPen(palette().color(QPalette::WindowText), m_thickness, Qt::SolidLine, Qt::FlatCap));
     const QPoint offset = geometry().topLeft();
     painter.drawLine(m_from - offset, m_to - offset);
 }

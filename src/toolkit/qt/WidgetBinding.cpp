@@ -77,9 +77,8 @@ public:
     TextBoxBinding(TextBox& model, QWidget* parent, TwipScale scale)
         : WidgetBinding(model, new QLineEdit(parent), scale), m_text(model)
     {
-        QObject::connect(widget(), &QLineEdit::textEdited, widget(), [this](const QString& text) {
-            fromUser([&] { m_text.setText(text); });
-        });
+        QObject::connect(widget(), &QLineEdit::textEdited, widget(),
+                         [this](const QString& text) { fromUser([&] { m_text.setText(text); }); });
         showAll();
     }
 
@@ -209,9 +208,8 @@ public:
     ComboBoxBinding(ComboBox& model, QWidget* parent, TwipScale scale)
         : WidgetBinding(model, new QComboBox(parent), scale), m_combo(model)
     {
-        QObject::connect(widget(), &QComboBox::activated, widget(), [this](int index) {
-            fromUser([&] { m_combo.setListIndex(index); });
-        });
+        QObject::connect(widget(), &QComboBox::activated, widget(),
+                         [this](int index) { fromUser([&] { m_combo.setListIndex(index); }); });
         showAll();
     }
 
@@ -281,7 +279,8 @@ protected:
         case Property::BorderWidth:
             static_cast<LineWidget*>(view())->setLine(
                 QPoint(scale().pixels(m_line.x1()), scale().pixels(m_line.y1())),
-                QPoint(scale().pixels(m_line.x2()), scale().pixels(m_line.y2())), m_line.borderWidth());
+                QPoint(scale().pixels(m_line.x2()), scale().pixels(m_line.y2())),
+                m_line.borderWidth());
             break;
         case Property::Left:
         case Property::Top:
@@ -302,9 +301,8 @@ public:
     FileListBinding(FileList& model, QWidget* parent, TwipScale scale)
         : WidgetBinding(model, new QListWidget(parent), scale), m_list(model)
     {
-        QObject::connect(widget(), &QListWidget::currentRowChanged, widget(), [this](int row) {
-            fromUser([&] { m_list.setListIndex(row); });
-        });
+        QObject::connect(widget(), &QListWidget::currentRowChanged, widget(),
+                         [this](int row) { fromUser([&] { m_list.setListIndex(row); }); });
         showAll();
     }
 
@@ -332,7 +330,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<WidgetBinding> WidgetBinding::create(Widget& model, QWidget* parent, TwipScale scale)
+std::unique_ptr<WidgetBinding> WidgetBinding::create(Widget& model, QWidget* parent,
+                                                     TwipScale scale)
 {
     switch (model.kind()) {
     case WidgetKind::Label:
@@ -340,11 +339,13 @@ std::unique_ptr<WidgetBinding> WidgetBinding::create(Widget& model, QWidget* par
     case WidgetKind::TextBox:
         return std::make_unique<TextBoxBinding>(static_cast<TextBox&>(model), parent, scale);
     case WidgetKind::CommandButton:
-        return std::make_unique<CommandButtonBinding>(static_cast<CommandButton&>(model), parent, scale);
+        return std::make_unique<CommandButtonBinding>(static_cast<CommandButton&>(model), parent,
+                                                      scale);
     case WidgetKind::CheckBox:
         return std::make_unique<CheckBoxBinding>(static_cast<CheckBox&>(model), parent, scale);
     case WidgetKind::OptionButton:
-        return std::make_unique<OptionButtonBinding>(static_cast<OptionButton&>(model), parent, scale);
+        return std::make_unique<OptionButtonBinding>(static_cast<OptionButton&>(model), parent,
+                                                     scale);
     case WidgetKind::ComboBox:
         return std::make_unique<ComboBoxBinding>(static_cast<ComboBox&>(model), parent, scale);
     case WidgetKind::Frame:
@@ -360,8 +361,9 @@ std::unique_ptr<WidgetBinding> WidgetBinding::create(Widget& model, QWidget* par
 WidgetBinding::WidgetBinding(Widget& model, QWidget* view, TwipScale scale)
     : m_model(model), m_view(view), m_scale(scale)
 {
-    view->setObjectName(model.index() >= 0 ? QStringLiteral("%1(%2)").arg(model.name()).arg(model.index())
-                                           : model.name());
+    view->setObjectName(model.index() >= 0
+                            ? QStringLiteral("%1(%2)").arg(model.name()).arg(model.index())
+                            : model.name());
     m_connection = model.changed.connect([this](Property property) {
         if (m_view)
             show(property);
@@ -382,7 +384,8 @@ void WidgetBinding::show(Property property)
     case Property::Top:
     case Property::Width:
     case Property::Height:
-        m_view->setGeometry(m_scale.rect(m_model.left(), m_model.top(), m_model.width(), m_model.height()));
+        m_view->setGeometry(
+            m_scale.rect(m_model.left(), m_model.top(), m_model.width(), m_model.height()));
         break;
     case Property::Visible:
         m_view->setVisible(m_model.isVisible());
