@@ -178,6 +178,8 @@ public:
     // A profile read of the game data file: AppPath + "\Data\" + qpQGD.
     QString gameDataRead(const QString& section, const QString& key, const QString& defaultValue);
     QString gameDataPath() const;
+    // A key of custom control entry `entry` ("Control12Type"), as read.
+    QString customControlRead(int entry, const QString& suffix, const QString& defaultValue);
     qint32 lastProfileReadLength() const { return intProfileLength; }
 
     qf::ControlWidgets& widgets() { return *m_widgets; }

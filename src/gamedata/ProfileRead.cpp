@@ -1,4 +1,5 @@
 #include "control/qForms.h"
+#include "gamedata/GameDataKeys.h"
 
 #include "platform/ProfileReader.h"
 
@@ -25,4 +26,9 @@ QString qForms::gameDataRead(const QString& section, const QString& key,
                              const QString& defaultValue)
 {
     return profileRead(section, key, defaultValue, gameDataPath());
+}
+
+QString qForms::customControlRead(int entry, const QString& suffix, const QString& defaultValue)
+{
+    return gameDataRead(qf::gamedata::Section, qf::gamedata::entryKey(entry, suffix), defaultValue);
 }

@@ -4,16 +4,6 @@
 #include "gamedata/ValueSyntax.h"
 #include "settings/SettingsKeys.h"
 
-namespace {
-
-QString entryValue(qForms& control, int entry, const QString& suffix, const QString& defaultValue)
-{
-    return control.gameDataRead(qf::gamedata::Section, qf::gamedata::entryKey(entry, suffix),
-                                defaultValue);
-}
-
-} // namespace
-
 QVariant qForms::qLoadSettings()
 {
     namespace keys = qf::settings;
@@ -67,11 +57,11 @@ QVariant qForms::qLoadSettings()
         // an entry restored later can change a widget restored earlier.
         skipOnError([&] {
             const qint16 index = qf::syntax::toInt16(
-                entryValue(*this, entry, gd::Index, QStringLiteral("1")).toLower());
-            const QString controlKey = entryValue(*this, entry, gd::ControlKey, QString());
-            const QString type = entryValue(*this, entry, gd::Type, QString()).toLower();
+                customControlRead(entry, gd::Index, QStringLiteral("1")).toLower());
+            const QString controlKey = customControlRead(entry, gd::ControlKey, QString());
+            const QString type = customControlRead(entry, gd::Type, QString()).toLower();
             const QString entryDefault =
-                entryValue(*this, entry, gd::ControlDefaultValue, QStringLiteral("0")).toLower();
+                customControlRead(entry, gd::ControlDefaultValue, QStringLiteral("0")).toLower();
             if (type == gd::KindCheckBox)
                 w.Check1.at(index).setValue(qf::syntax::toInt16(stored(controlKey, entryDefault)));
             else if (type == gd::KindOptionButton)

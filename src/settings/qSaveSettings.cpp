@@ -4,16 +4,6 @@
 #include "gamedata/ValueSyntax.h"
 #include "settings/SettingsKeys.h"
 
-namespace {
-
-QString entryValue(qForms& control, int entry, const QString& suffix, const QString& defaultValue)
-{
-    return control.gameDataRead(qf::gamedata::Section, qf::gamedata::entryKey(entry, suffix),
-                                defaultValue);
-}
-
-} // namespace
-
 QVariant qForms::qSaveSettings()
 {
     namespace keys = qf::settings;
@@ -44,9 +34,9 @@ QVariant qForms::qSaveSettings()
         qf::skipOnError([&] {
             // All three reads come before any widget is touched.
             const QString index =
-                entryValue(*this, entry, gd::Index, QStringLiteral("1")).toLower();
-            const QString controlKey = entryValue(*this, entry, gd::ControlKey, QString());
-            const QString type = entryValue(*this, entry, gd::Type, QString()).toLower();
+                customControlRead(entry, gd::Index, QStringLiteral("1")).toLower();
+            const QString controlKey = customControlRead(entry, gd::ControlKey, QString());
+            const QString type = customControlRead(entry, gd::Type, QString()).toLower();
             QString value;
             if (type == gd::KindCheckBox)
                 value = QString::number(w.Check1.at(qf::syntax::toInt16(index)).value());
