@@ -92,6 +92,9 @@ void GamePage::setLanguage(int language)
     configure(language);
     m_control->qLoadSettings();
     m_control->setSettingsStore(m_store);
+    // The folder text came back unchanged, so no check ran: run one for the
+    // status line's text in the new language.
+    m_control->qCheckGame();
     emit changed();
 }
 

@@ -85,6 +85,9 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const QList<GameEntry>
         for (int row = 0; row < m_pages->count(); ++row)
             page(row)->setLanguage(languageIndex());
     });
+    // Every page opens at once, so the list shows each game's status from the start.
+    for (int row = 0; row < m_pages->count(); ++row)
+        page(row)->open(languageIndex());
     if (!games.isEmpty())
         m_games->setCurrentRow(0);
 }

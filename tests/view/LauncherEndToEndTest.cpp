@@ -108,3 +108,24 @@ TEST(LauncherEndToEnd, ChoicesMadeInTheWindowAndAcceptedWithOkSurviveARestart)
     EXPECT_EQ(page.control().widgets().comModSelect.text(), QStringLiteral("ctf"));
     EXPECT_EQ(page.control().widgets().chkModCheck.value(), 1);
 }
+
+TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsEveryPageAndKeepsWhatIsOnIt)
+{
+    LauncherUser user;
+    user.printedCommand(1); // the first start creates the demo installations
+    auto window = user.window();
+    qForms& emberfall = window->page(0)->control();
+    qf::CheckBox& safeMode = emberfall.widgets().Check1.at(4);
+    safeMode.setValue(1);
+    ASSERT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
+
+    window->setLanguageIndex(1);
+    for (int row = 0; row < 3; ++row) {
+        const qForms& control = window->page(row)->control();
+        EXPECT_EQ(control.widgets().cmdBrowse.caption(), QStringLiteral("Durchsuchen...")) << row;
+        EXPECT_TRUE(control.qpGameStatus().contains(QStringLiteral("wurde gefunden"))) << row;
+    }
+    EXPECT_EQ(emberfall.widgets().Check1.at(4).caption(), QStringLiteral("Abgesicherter Modus"));
+    EXPECT_EQ(emberfall.widgets().Check1.at(4).value(), 1) << "the unsaved choice stays";
+    EXPECT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
+}
