@@ -1,3 +1,4 @@
+#include "control/SkipOnError.h"
 #include "control/qForms.h"
 #include "platform/Errors.h"
 #include "platform/Paths.h"
@@ -8,15 +9,6 @@
 #include <QStringDecoder>
 
 namespace {
-
-// Runs one step; a failing step is skipped and the caller goes on.
-template <typename Step> void step(Step&& run)
-{
-    try {
-        run();
-    } catch (const qf::Error&) {
-    }
-}
 
 constexpr qint64 DescriptionLength = 255;
 
@@ -70,7 +62,7 @@ void qForms::comModSelect_Click()
     auto& w = *m_widgets;
     const QString modName = w.comModSelect.text();
     if (modName.isEmpty()) {
-        step([&] { w.chkModCheck.setValue(qf::CheckBox::Unchecked); });
+        qf::skipOnError([&] { w.chkModCheck.setValue(qf::CheckBox::Unchecked); });
         w.chkModCheck.setEnabled(false);
         w.lblModName.setCaption(QStringLiteral(" /"));
         return;
@@ -78,7 +70,7 @@ void qForms::comModSelect_Click()
     w.chkModCheck.setEnabled(true);
 
     QString description;
-    step([&] {
+    qf::skipOnError([&] {
         const QString path =
             strGamePath + QLatin1Char('\\') + modName + QStringLiteral("\\description.txt");
         if (languageTextProvider().fileExists(path))
@@ -89,14 +81,14 @@ void qForms::comModSelect_Click()
     w.lblModName.setCaption(description + QLatin1Char(' '));
 
     if (w.comModSelect.listIndex() >= 1)
-        step([&] { w.chkModCheck.setValue(qf::CheckBox::Checked); });
+        qf::skipOnError([&] { w.chkModCheck.setValue(qf::CheckBox::Checked); });
 }
 
 QVariant qForms::qSelectMod()
 {
     auto& w = *m_widgets;
     QString storedName;
-    step([&] {
+    qf::skipOnError([&] {
         storedName = settingsStore().readValue(qf::settings::Application, strGameName,
                                                qf::settings::ModName, QString());
     });
@@ -104,11 +96,11 @@ QVariant qForms::qSelectMod()
 
     const int count = w.comModSelect.listCount();
     for (int i = 0; i < count; ++i) {
-        step([&] { w.comModSelect.setListIndex(i); });
+        qf::skipOnError([&] { w.comModSelect.setListIndex(i); });
         if (w.comModSelect.text().toLower() == lowerStoredName)
             return {};
     }
     // On an empty list this fails too, and nothing changes.
-    step([&] { w.comModSelect.setListIndex(0); });
+    qf::skipOnError([&] { w.comModSelect.setListIndex(0); });
     return {};
 }

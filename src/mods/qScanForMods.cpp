@@ -1,17 +1,9 @@
+#include "control/SkipOnError.h"
 #include "control/qForms.h"
 #include "platform/Errors.h"
 #include "platform/Paths.h"
 
 namespace {
-
-// Runs one step; a failing step is skipped and the caller goes on.
-template <typename Step> void step(Step&& run)
-{
-    try {
-        run();
-    } catch (const qf::Error&) {
-    }
-}
 
 // One code point at a time, as Windows upper-cases: a full mapping can change
 // the length ("ß" becomes "SS"), and the path would then match no folder when
@@ -58,8 +50,8 @@ void qForms::ListModFolders(QString& folder, const QString& baseName)
     // The listing leaves out "." and "..". A folder that cannot be listed
     // yields no names, and the list holds only the no-mod entry.
     QStringList names;
-    step([&] { names = qf::paths::listEntries(folder); });
-    step([&] { AddModEntry(QString()); });
+    qf::skipOnError([&] { names = qf::paths::listEntries(folder); });
+    qf::skipOnError([&] { AddModEntry(QString()); });
 
     // Resolved once: folder + name would resolve every upper-cased component
     // again for each name, listing each parent folder.
@@ -72,7 +64,7 @@ void qForms::ListModFolders(QString& folder, const QString& baseName)
         // A failed listing leaves lstFiles on its old folder, whose count must
         // not be taken for this one.
         bool hasPakFiles = false;
-        step([&] {
+        qf::skipOnError([&] {
             w.lstFiles.setPath(candidate);
             hasPakFiles = w.lstFiles.listCount() > 0;
         });
@@ -80,10 +72,10 @@ void qForms::ListModFolders(QString& folder, const QString& baseName)
             continue;
         if (name.toLower() == lowerBaseName)
             continue;
-        step([&] { AddModEntry(name); });
+        qf::skipOnError([&] { AddModEntry(name); });
     }
 
-    step([&] { w.comModSelect.setListIndex(0); });
+    qf::skipOnError([&] { w.comModSelect.setListIndex(0); });
 }
 
 void qForms::AddModEntry(const QString& entry)
@@ -96,7 +88,7 @@ QVariant qForms::qModInit()
     // A file check that fails is a skipped step, as every failing step here:
     // only a check that answers "no file" ends the call.
     bool programExists = true;
-    step([&] {
+    qf::skipOnError([&] {
         programExists =
             languageTextProvider().fileExists(strGamePath + QLatin1Char('\\') + strGameApplication);
     });
