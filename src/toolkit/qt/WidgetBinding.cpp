@@ -123,76 +123,37 @@ private:
     CommandButton& m_button;
 };
 
-class CheckBoxBinding : public WidgetBinding {
+// Check boxes and option buttons: the model decides what a click does and the
+// button only reports it, then shows the value the model holds.
+template <typename Model, typename Button> class ToggleBinding : public WidgetBinding {
 public:
-    CheckBoxBinding(CheckBox& model, QWidget* parent, TwipScale scale)
-        : WidgetBinding(model, new QCheckBox(parent), scale), m_box(model)
+    ToggleBinding(Model& model, QWidget* parent, TwipScale scale)
+        : WidgetBinding(model, new Button(parent), scale), m_model(model)
     {
-        // The model decides what a click does; the box only reports it.
-        QObject::connect(widget(), &QCheckBox::clicked, widget(), [this] {
-            fromUser([&] { m_box.userClick(); });
-            show(Property::Value);
-        });
-        showAll();
-    }
-
-protected:
-    QCheckBox* widget() const { return static_cast<QCheckBox*>(view()); }
-    void show(Property property) override
-    {
-        switch (property) {
-        case Property::Value: {
-            const QSignalBlocker blocker(widget());
-            widget()->setTristate(m_box.value() == CheckBox::Greyed);
-            widget()->setCheckState(m_box.value() == CheckBox::Checked  ? Qt::Checked
-                                    : m_box.value() == CheckBox::Greyed ? Qt::PartiallyChecked
-                                                                        : Qt::Unchecked);
-            break;
-        }
-        case Property::Caption:
-            widget()->setText(m_box.caption());
-            break;
-        case Property::Enabled:
-            widget()->setEnabled(m_box.isEnabled());
-            break;
-        default:
-            WidgetBinding::show(property);
-        }
-    }
-
-private:
-    CheckBox& m_box;
-};
-
-class OptionButtonBinding : public WidgetBinding {
-public:
-    OptionButtonBinding(OptionButton& model, QWidget* parent, TwipScale scale)
-        : WidgetBinding(model, new QRadioButton(parent), scale), m_button(model)
-    {
-        // The model keeps the group; Qt's own grouping would disagree with it.
+        // The model keeps the option groups; Qt's own grouping would disagree.
         widget()->setAutoExclusive(false);
-        QObject::connect(widget(), &QRadioButton::clicked, widget(), [this] {
-            fromUser([&] { m_button.userClick(); });
+        QObject::connect(widget(), &Button::clicked, widget(), [this] {
+            fromUser([&] { m_model.userClick(); });
             show(Property::Value);
         });
         showAll();
     }
 
 protected:
-    QRadioButton* widget() const { return static_cast<QRadioButton*>(view()); }
+    Button* widget() const { return static_cast<Button*>(view()); }
     void show(Property property) override
     {
         switch (property) {
         case Property::Value: {
             const QSignalBlocker blocker(widget());
-            widget()->setChecked(m_button.value());
+            showValue(*widget(), m_model);
             break;
         }
         case Property::Caption:
-            widget()->setText(m_button.caption());
+            widget()->setText(m_model.caption());
             break;
         case Property::Enabled:
-            widget()->setEnabled(m_button.isEnabled());
+            widget()->setEnabled(m_model.isEnabled());
             break;
         default:
             WidgetBinding::show(property);
@@ -200,8 +161,23 @@ protected:
     }
 
 private:
-    OptionButton& m_button;
+    static void showValue(QCheckBox& box, const CheckBox& model)
+    {
+        box.setTristate(model.value() == CheckBox::Greyed);
+        box.setCheckState(model.value() == CheckBox::Checked  ? Qt::Checked
+                          : model.value() == CheckBox::Greyed ? Qt::PartiallyChecked
+                                                              : Qt::Unchecked);
+    }
+    static void showValue(QRadioButton& button, const OptionButton& model)
+    {
+        button.setChecked(model.value());
+    }
+
+    Model& m_model;
 };
+
+using CheckBoxBinding = ToggleBinding<CheckBox, QCheckBox>;
+using OptionButtonBinding = ToggleBinding<OptionButton, QRadioButton>;
 
 class ComboBoxBinding : public WidgetBinding {
 public:
