@@ -78,7 +78,8 @@ void reportPeakMemory(benchmark::State& state)
     state.counters["peak_MB"] = double(usage.ru_maxrss) / 1024.0;
 }
 
-void BM_BuildHeadless(benchmark::State& state)
+// One build per iteration on a fresh control; tearing it down is not timed.
+void build(benchmark::State& state, bool withView)
 {
     const int entries = int(state.range(0));
     const QString host = hostFolder(entries);
@@ -86,24 +87,9 @@ void BM_BuildHeadless(benchmark::State& state)
         auto control = std::make_unique<qForms>();
         control->setAppPath(host);
         control->setQpQGD(QStringLiteral("game.qgd"));
-        control->qInitCustomControls();
-        state.PauseTiming();
-        control.reset();
-        state.ResumeTiming();
-    }
-    state.SetItemsProcessed(state.iterations() * entries);
-    reportPeakMemory(state);
-}
-
-void BM_BuildWithView(benchmark::State& state)
-{
-    const int entries = int(state.range(0));
-    const QString host = hostFolder(entries);
-    for (auto _ : state) {
-        auto control = std::make_unique<qForms>();
-        control->setAppPath(host);
-        control->setQpQGD(QStringLiteral("game.qgd"));
-        auto view = std::make_unique<qf::ControlView>(*control);
+        std::unique_ptr<qf::ControlView> view;
+        if (withView)
+            view = std::make_unique<qf::ControlView>(*control);
         control->qInitCustomControls();
         state.PauseTiming();
         view.reset();
@@ -112,6 +98,16 @@ void BM_BuildWithView(benchmark::State& state)
     }
     state.SetItemsProcessed(state.iterations() * entries);
     reportPeakMemory(state);
+}
+
+void BM_BuildHeadless(benchmark::State& state)
+{
+    build(state, false);
+}
+
+void BM_BuildWithView(benchmark::State& state)
+{
+    build(state, true);
 }
 
 } // namespace
