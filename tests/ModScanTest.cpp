@@ -1,6 +1,6 @@
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
-#include "settings/SettingsKeys.h"
+#include "context/SettingsKeys.h"
 #include "support/TestHost.h"
 
 #include <QDir>

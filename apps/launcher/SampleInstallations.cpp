@@ -2,7 +2,7 @@
 
 #include "PeImage.h"
 #include "platform/SettingsStore.h"
-#include "settings/SettingsKeys.h"
+#include "context/SettingsKeys.h"
 
 #include <QDir>
 #include <QFile>

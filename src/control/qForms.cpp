@@ -1,87 +1,313 @@
 #include "control/qForms.h"
 
+#include "context/ControlContext.h"
+#include "detect/Detect.h"
+#include "dialogs/Dialogs.h"
+#include "gamedata/GameData.h"
 #include "gamedata/ValueSyntax.h"
+#include "mods/Mods.h"
+#include "rules/Rules.h"
+#include "settings/Settings.h"
 
-qForms::qForms(QObject* parent) : QObject(parent), m_widgets(std::make_unique<qf::ControlWidgets>())
+qForms::qForms(QObject* parent) : QObject(parent), m_context(std::make_unique<qf::ControlContext>())
 {
-    m_widgets->lblStatus.change.connect([this] { lblStatus_Change(); });
-    m_widgets->txtPath.change.connect([this] { txtPath_Change(); });
-    m_widgets->cmdBrowse.click.connect([this] { cmdBrowse_Click(); });
-    m_widgets->Check1.click.connect([this](int index) { Check1_Click(qint16(index)); });
-    m_widgets->Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
-    m_widgets->comModSelect.click.connect([this] { comModSelect_Click(); });
-    m_widgets->cmdEdit.click.connect([this] { cmdEdit_Click(); });
+    auto& w = m_context->widgets;
+    w.lblStatus.change.connect([this] { lblStatus_Change(); });
+    w.txtPath.change.connect([this] { txtPath_Change(); });
+    w.cmdBrowse.click.connect([this] { cmdBrowse_Click(); });
+    w.Check1.click.connect([this](int index) { Check1_Click(qint16(index)); });
+    w.Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
+    w.comModSelect.click.connect([this] { comModSelect_Click(); });
+    w.cmdEdit.click.connect([this] { cmdEdit_Click(); });
 }
 
 qForms::~qForms() = default;
 
+QString qForms::qpGameName() const
+{
+    return m_context->strGameName;
+}
+
 void qForms::setQpGameName(const QString& strGameName2)
 {
-    strGameName = strGameName2;
+    m_context->strGameName = strGameName2;
+}
+
+QString qForms::qpGamePath() const
+{
+    return m_context->strGamePath;
 }
 
 void qForms::setQpGamePath(const QString& strGamePath2)
 {
-    strGamePath = strGamePath2;
+    m_context->strGamePath = strGamePath2;
 }
 
-void qForms::switchGroup(std::initializer_list<qf::Widget*> group, bool visible)
+qint16 qForms::qpLanguageIndex() const
+{
+    return m_context->intLanguageIndex;
+}
+
+void qForms::setQpLanguageIndex(qint16 intL1)
+{
+    auto& c = *m_context;
+    c.intLanguageIndex = intL1;
+    auto& w = c.widgets;
+    // One row at a time: a failed lookup leaves the rows after it as they were.
+    w.lblPath.setCaption(c.strGameName + c.languageText(QStringLiteral("053")));
+    w.cmdBrowse.setCaption(c.languageText(QStringLiteral("038")));
+    w.chkModCheck.setCaption(c.languageText(QStringLiteral("055")));
+    w.lblCLP.setCaption(c.languageText(QStringLiteral("026")));
+    w.lblSelectConfig.setCaption(c.languageText(QStringLiteral("050")));
+    w.cmdEdit.setCaption(c.languageText(QStringLiteral("049")));
+    w.frameStatus.setCaption(c.strGameName + c.languageText(QStringLiteral("054")));
+}
+
+namespace {
+
+void switchGroup(std::initializer_list<qf::Widget*> group, bool visible)
 {
     for (qf::Widget* widget : group)
         widget->setVisible(visible);
 }
 
+} // namespace
+
+bool qForms::qpUseModSelection() const
+{
+    return m_context->bolUseModSelection;
+}
+
 void qForms::setQpUseModSelection(bool strUseModSelection2)
 {
-    auto& w = *m_widgets;
+    auto& w = m_context->widgets;
     switchGroup({&w.chkModCheck, &w.comModSelect, &w.lblModName}, strUseModSelection2);
-    bolUseModSelection = strUseModSelection2;
+    m_context->bolUseModSelection = strUseModSelection2;
+}
+
+bool qForms::qpUseAdditionalCommandLineParameters() const
+{
+    return m_context->bolUseAdditionalCommandLineParameters;
 }
 
 void qForms::setQpUseAdditionalCommandLineParameters(bool strUseAdditionalCommandLineParameters2)
 {
-    auto& w = *m_widgets;
+    auto& w = m_context->widgets;
     switchGroup({&w.txtCLP, &w.lblCLP}, strUseAdditionalCommandLineParameters2);
-    bolUseAdditionalCommandLineParameters = strUseAdditionalCommandLineParameters2;
+    m_context->bolUseAdditionalCommandLineParameters = strUseAdditionalCommandLineParameters2;
+}
+
+bool qForms::qpUseConfigs() const
+{
+    return m_context->bolUseConfigs;
 }
 
 void qForms::setQpUseConfigs(bool bolUseConfigs2)
 {
-    auto& w = *m_widgets;
+    auto& w = m_context->widgets;
     switchGroup({&w.lblSelectConfig, &w.cmdEdit, &w.lstConfig}, bolUseConfigs2);
-    bolUseConfigs = bolUseConfigs2;
+    m_context->bolUseConfigs = bolUseConfigs2;
+}
+
+QString qForms::qpGameApplication() const
+{
+    return m_context->strGameApplication;
+}
+
+void qForms::setQpGameApplication(const QString& strGameApplication2)
+{
+    m_context->strGameApplication = strGameApplication2;
+    qf::settings::showConfigFolder(*m_context);
 }
 
 QString qForms::qpGameStatus() const
 {
-    return m_widgets->lblStatus.caption();
+    return m_context->widgets.lblStatus.caption();
+}
+
+QString qForms::qpGameStatusColour() const
+{
+    return m_context->strGameStatusColour;
+}
+
+QString qForms::qpGameBase() const
+{
+    return m_context->strGameBase;
 }
 
 void qForms::setQpGameBase(const QString& strGameBase2)
 {
-    strGameBase = strGameBase2;
+    m_context->strGameBase = strGameBase2;
+}
+
+QString qForms::qpVersionType() const
+{
+    return m_context->strVersionType;
 }
 
 void qForms::setQpVersionType(const QString& strVersionType2)
 {
-    strVersionType = strVersionType2;
+    m_context->strVersionType = strVersionType2;
     // Types 3 and up do not exist; they read back as "none" so that the game
     // check shows no version for them.
     if (qf::syntax::parseNumber(strVersionType2) >= 3.0)
-        strVersionType = QStringLiteral("none");
+        m_context->strVersionType = QStringLiteral("none");
+}
+
+QString qForms::qpQGD() const
+{
+    return m_context->strQGDFile;
 }
 
 void qForms::setQpQGD(const QString& strQGDFile2)
 {
-    strQGDFile = strQGDFile2;
+    m_context->strQGDFile = strQGDFile2;
+}
+
+QString qForms::AppPath() const
+{
+    return m_context->strAppPath;
 }
 
 void qForms::setAppPath(const QString& strAppPath2)
 {
-    strAppPath = strAppPath2;
+    m_context->strAppPath = strAppPath2;
+}
+
+QVariant qForms::qInitCustomControls()
+{
+    qf::gamedata::qInitCustomControls(*m_context);
+    return {};
+}
+
+QVariant qForms::qClear()
+{
+    qf::gamedata::qClear(*m_context);
+    return {};
+}
+
+QVariant qForms::qCheckGame()
+{
+    qf::detect::qCheckGame(*m_context);
+    return {};
+}
+
+QVariant qForms::qScanForMods()
+{
+    qf::mods::qScanForMods(*m_context);
+    return {};
+}
+
+QVariant qForms::qModInit()
+{
+    qf::mods::qModInit(*m_context);
+    return {};
+}
+
+QVariant qForms::qSelectMod()
+{
+    qf::mods::qSelectMod(*m_context);
+    return {};
+}
+
+QVariant qForms::qSaveSettings()
+{
+    qf::settings::qSaveSettings(*m_context);
+    return {};
+}
+
+QVariant qForms::qLoadSettings()
+{
+    qf::settings::qLoadSettings(*m_context);
+    return {};
 }
 
 void qForms::lblStatus_Change()
 {
     emit StatusChange();
+}
+
+void qForms::cmdBrowse_Click()
+{
+    qf::dialogs::cmdBrowse_Click(*m_context);
+}
+
+void qForms::txtPath_Change()
+{
+    qf::detect::qCheckGame(*m_context);
+}
+
+void qForms::comModSelect_Click()
+{
+    qf::mods::comModSelect_Click(*m_context);
+}
+
+void qForms::cmdEdit_Click()
+{
+    qf::settings::cmdEdit_Click(*m_context);
+}
+
+void qForms::Check1_Click(qint16 Index)
+{
+    qf::rules::Check1_Click(*m_context, Index);
+}
+
+void qForms::Option1_Click(qint16 Index)
+{
+    qf::rules::Option1_Click(*m_context, Index);
+}
+
+void qForms::setLanguageTextProvider(std::shared_ptr<qf::LanguageTextProvider> provider)
+{
+    m_context->setLanguageTextProvider(std::move(provider));
+}
+
+void qForms::setSettingsStore(std::shared_ptr<qf::SettingsStore> store)
+{
+    m_context->setSettingsStore(std::move(store));
+}
+
+void qForms::setProgramStarter(std::shared_ptr<qf::ProgramStarter> starter)
+{
+    m_context->setProgramStarter(std::move(starter));
+}
+
+void qForms::setMessageBox(std::shared_ptr<qf::MessageBox> box)
+{
+    m_context->setMessageBox(std::move(box));
+}
+
+bool qForms::hasMessageBox() const
+{
+    return m_context->hasMessageBox();
+}
+
+void qForms::setFileDialog(std::shared_ptr<qf::FileDialog> dialog)
+{
+    m_context->setFileDialog(std::move(dialog));
+}
+
+bool qForms::hasFileDialog() const
+{
+    return m_context->hasFileDialog();
+}
+
+QString qForms::componentFolder() const
+{
+    return m_context->componentFolder();
+}
+
+void qForms::setComponentFolder(const QString& folder)
+{
+    m_context->setComponentFolder(folder);
+}
+
+qf::ControlWidgets& qForms::widgets()
+{
+    return m_context->widgets;
+}
+
+const qf::ControlWidgets& qForms::widgets() const
+{
+    return m_context->widgets;
 }

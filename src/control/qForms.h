@@ -1,6 +1,6 @@
 #pragma once
 
-#include "control/ControlWidgets.h"
+#include "context/ControlWidgets.h"
 #include "platform/FileDialog.h"
 #include "platform/LanguageTextProvider.h"
 #include "platform/MessageBox.h"
@@ -12,7 +12,10 @@
 #include <QVariant>
 
 #include <memory>
-#include <optional>
+
+namespace qf {
+class ControlContext;
+}
 
 // The options control of a game launcher: one instance per game page. The host
 // sets the properties, then drives the control through its public methods and
@@ -66,34 +69,31 @@ public:
     explicit qForms(QObject* parent = nullptr);
     ~qForms() override;
 
-    QString qpGameName() const { return strGameName; }
+    QString qpGameName() const;
     void setQpGameName(const QString& strGameName2);
-    QString qpGamePath() const { return strGamePath; }
+    QString qpGamePath() const;
     void setQpGamePath(const QString& strGamePath2);
-    qint16 qpLanguageIndex() const { return intLanguageIndex; }
+    qint16 qpLanguageIndex() const;
     // Re-captions the fixed widgets; a failed text lookup ends the call there.
     void setQpLanguageIndex(qint16 intL1);
-    bool qpUseModSelection() const { return bolUseModSelection; }
+    bool qpUseModSelection() const;
     void setQpUseModSelection(bool strUseModSelection2);
-    bool qpUseAdditionalCommandLineParameters() const
-    {
-        return bolUseAdditionalCommandLineParameters;
-    }
+    bool qpUseAdditionalCommandLineParameters() const;
     void setQpUseAdditionalCommandLineParameters(bool strUseAdditionalCommandLineParameters2);
-    bool qpUseConfigs() const { return bolUseConfigs; }
+    bool qpUseConfigs() const;
     void setQpUseConfigs(bool bolUseConfigs2);
-    QString qpGameApplication() const { return strGameApplication; }
+    QString qpGameApplication() const;
     void setQpGameApplication(const QString& strGameApplication2);
     QString qpGameStatus() const;
-    QString qpGameStatusColour() const { return strGameStatusColour; }
-    QString qpGameBase() const { return strGameBase; }
+    QString qpGameStatusColour() const;
+    QString qpGameBase() const;
     void setQpGameBase(const QString& strGameBase2);
-    QString qpVersionType() const { return strVersionType; }
+    QString qpVersionType() const;
     // A text that is not a number throws qf::TypeMismatchError and stays stored.
     void setQpVersionType(const QString& strVersionType2);
-    QString qpQGD() const { return strQGDFile; }
+    QString qpQGD() const;
     void setQpQGD(const QString& strQGDFile2);
-    QString AppPath() const { return strAppPath; }
+    QString AppPath() const;
     void setAppPath(const QString& strAppPath2);
 
     // Builds the dynamic widgets from section "Custom Controls" of the game
@@ -140,84 +140,26 @@ public:
     void Check1_Click(qint16 Index);
     void Option1_Click(qint16 Index);
 
-    // The language text provider, created on first use unless the host gave one.
-    qf::LanguageTextProvider& languageTextProvider();
+    // The services. Each has a default (the language files under AppPath, the
+    // per-user settings file, the desktop's editor, the log for messages)
+    // except the file dialog, which the Qt view or the host gives.
     void setLanguageTextProvider(std::shared_ptr<qf::LanguageTextProvider> provider);
-
-    // The per-user settings store, an IniFileSettingsStore unless the host gave one.
-    qf::SettingsStore& settingsStore();
     void setSettingsStore(std::shared_ptr<qf::SettingsStore> store);
-
-    // Starts the config editor; a DesktopProgramStarter unless the host gave one.
-    qf::ProgramStarter& programStarter();
     void setProgramStarter(std::shared_ptr<qf::ProgramStarter> starter);
-
-    // Shows the control's messages. Without one from the host or the Qt view
-    // they go to the log, since this library has no widgets.
-    qf::MessageBox& messageBox();
     void setMessageBox(std::shared_ptr<qf::MessageBox> box);
-    bool hasMessageBox() const { return m_messageBox != nullptr; }
-
+    bool hasMessageBox() const;
+    void setFileDialog(std::shared_ptr<qf::FileDialog> dialog);
+    bool hasFileDialog() const;
     // The folder of the control's library file, unless the host set another.
     QString componentFolder() const;
     void setComponentFolder(const QString& folder);
 
-    // The open-file dialog of cmdBrowse; throws qf::Error when there is none.
-    qf::FileDialog& fileDialog();
-    void setFileDialog(std::shared_ptr<qf::FileDialog> dialog);
-    bool hasFileDialog() const;
-
-    // The text of a three-digit text number in the current language.
-    QString languageText(const QString& textNumber);
-
-    // One profile read of a value, with the Windows profile rules and the
-    // 1024-character buffer; the result and its length stay in the control's
-    // buffer fields until the next read.
-    QString profileRead(const QString& section, const QString& key, const QString& defaultValue,
-                        const QString& path);
-    // A profile read of the game data file: AppPath + "\Data\" + qpQGD.
-    QString gameDataRead(const QString& section, const QString& key, const QString& defaultValue);
-    QString gameDataPath() const;
-    // A key of custom control entry `entry` ("Control12Type"), as read.
-    QString customControlRead(int entry, const QString& suffix, const QString& defaultValue);
-    qint32 lastProfileReadLength() const { return intProfileLength; }
-
-    qf::ControlWidgets& widgets() { return *m_widgets; }
-    const qf::ControlWidgets& widgets() const { return *m_widgets; }
+    qf::ControlWidgets& widgets();
+    const qf::ControlWidgets& widgets() const;
 
 signals:
     void StatusChange();
 
 private:
-    void switchGroup(std::initializer_list<qf::Widget*> group, bool visible);
-    void ListModFolders(QString& folder, const QString& baseName);
-    void AddModEntry(const QString& entry);
-    // The version a game list file names for the pak file found; empty when none.
-    QString detectPakVersion(const QString& strBase);
-    // isOn is empty for a greyed check box, which fires no rule.
-    void applyVisualFunction(const QString& tag, std::optional<bool> isOn);
-
-    QString strGamePath;
-    QString strGameName;
-    QString strGameBase;
-    QString strQGDFile;
-    QString strVersionType;
-    bool bolUseModSelection = false;
-    bool bolUseAdditionalCommandLineParameters = false;
-    bool bolUseConfigs = false;
-    QString strGameApplication;
-    qint16 intLanguageIndex = 0;
-    QString strGameStatusColour;
-    QString strAppPath;
-    std::shared_ptr<qf::LanguageTextProvider> m_languageTextProvider;
-    std::shared_ptr<qf::SettingsStore> m_settingsStore;
-    std::shared_ptr<qf::ProgramStarter> m_programStarter;
-    std::shared_ptr<qf::MessageBox> m_messageBox;
-    QString m_componentFolder;
-    std::shared_ptr<qf::FileDialog> m_fileDialog;
-    QString strProfileBuffer;
-    qint32 intProfileLength = 0;
-    int m_ruleDepth = 0;
-
-    std::unique_ptr<qf::ControlWidgets> m_widgets;
+    std::unique_ptr<qf::ControlContext> m_context;
 };

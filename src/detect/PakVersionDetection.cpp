@@ -1,5 +1,10 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/DataPaths.h"
+#include "context/SkipOnError.h"
+#include "detect/Detect.h"
+#include "gamedata/GameData.h"
+
+namespace qf::detect {
 
 namespace {
 
@@ -7,19 +12,21 @@ const QString AvaSection = QStringLiteral("AVA Game");
 
 } // namespace
 
-QString qForms::detectPakVersion(const QString& strBase)
+QString detectPakVersion(ControlContext& context, const QString& strBase)
 {
-    auto& lstAVA = m_widgets->lstAVA;
-    const auto trace = [this](const QString& message) {
-        qf::skipOnError([&] { languageTextProvider().trace(message, strAppPath); });
+    auto& lstAVA = context.widgets.lstAVA;
+    const QString& strGamePath = context.strGamePath;
+    const auto trace = [&](const QString& message) { detect::trace(context, message); };
+    const auto profileRead = [&](const QString& key, const QString& defaultValue,
+                                 const QString& path) {
+        return gamedata::profileRead(context, AvaSection, key, defaultValue, path);
     };
 
     // A folder that does not exist lists nothing, so the game list files of
     // the folder the list showed before are not taken for this game's.
     bool listed = false;
-    qf::skipOnError([&] {
-        lstAVA.setPath(strAppPath + QStringLiteral("\\Data\\") + strGameName +
-                       QStringLiteral("\\AVA"));
+    skipOnError([&] {
+        lstAVA.setPath(datapaths::gameListFolder(context.strAppPath, context.strGameName));
         listed = true;
     });
     trace(QStringLiteral("lstAVA.Path > ") + lstAVA.path());
@@ -29,14 +36,13 @@ QString qForms::detectPakVersion(const QString& strBase)
     const int count = listed ? lstAVA.listCount() : 0;
     // Every file is tried: when several pak files exist, the last listed wins.
     for (int i = 1; i <= count; ++i) {
-        qf::skipOnError([&] { lstAVA.setListIndex(i - 1); });
+        skipOnError([&] { lstAVA.setListIndex(i - 1); });
         const QString listFile = lstAVA.path() + QLatin1Char('\\') + lstAVA.fileName();
-        const QString strPakForVersion =
-            profileRead(AvaSection, QStringLiteral("PakForVersion"), {}, listFile);
-        const QString strPakExtension = profileRead(AvaSection, QStringLiteral("PakExtension"),
-                                                    QStringLiteral(".pk3"), listFile);
+        const QString strPakForVersion = profileRead(QStringLiteral("PakForVersion"), {}, listFile);
+        const QString strPakExtension =
+            profileRead(QStringLiteral("PakExtension"), QStringLiteral(".pk3"), listFile);
         trace(QStringLiteral("strPakForVersion > ") + strPakForVersion);
-        const QString strPakName = profileRead(AvaSection, QStringLiteral("PakName"), {}, listFile);
+        const QString strPakName = profileRead(QStringLiteral("PakName"), {}, listFile);
         trace(QStringLiteral("strPakName > ") + strPakName);
 
         const QString pakFile = strPakName + strPakForVersion + strPakExtension;
@@ -46,12 +52,13 @@ QString qForms::detectPakVersion(const QString& strBase)
                                 (endsWithSeparator ? QString() : QStringLiteral("\\")) + strBase +
                                 QLatin1Char('\\') + pakFile;
         bool exists = false;
-        qf::skipOnError([&] { exists = languageTextProvider().fileExists(pakPath); });
+        skipOnError([&] { exists = context.languageTextProvider().fileExists(pakPath); });
         if (exists) {
-            strVersion = profileRead(AvaSection, QStringLiteral("Version"), QStringLiteral("Error"),
-                                     listFile);
+            strVersion = profileRead(QStringLiteral("Version"), QStringLiteral("Error"), listFile);
             trace(QStringLiteral("strVersion > ") + strVersion);
         }
     }
     return strVersion;
 }
+
+} // namespace qf::detect

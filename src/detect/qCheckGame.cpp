@@ -1,37 +1,43 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/DataPaths.h"
+#include "context/SkipOnError.h"
+#include "detect/Detect.h"
 #include "detect/Function.h"
 #include "detect/GameStatus.h"
+#include "mods/Mods.h"
+
+namespace qf::detect {
 
 namespace {
 
-bool endsWithExe(const QString& path)
+QString statusLine(const ControlContext& context, const QString& text)
 {
-    return path.right(4).toLower() == QLatin1String(".exe");
+    return QLatin1Char(' ') + context.strGameName + text;
+}
+
+void switchModWidgets(ControlContext& context, bool enabled)
+{
+    if (!context.bolUseModSelection)
+        return;
+    context.widgets.chkModCheck.setEnabled(enabled);
+    context.widgets.comModSelect.setEnabled(enabled);
 }
 
 } // namespace
 
-void qForms::txtPath_Change()
+void trace(ControlContext& context, const QString& message)
 {
-    qCheckGame();
+    skipOnError([&] { context.languageTextProvider().trace(message, context.strAppPath); });
 }
 
-QVariant qForms::qCheckGame()
+GameLocation deriveLocation(ControlContext& context)
 {
-    auto& w = *m_widgets;
-    const auto trace = [this](const QString& message) {
-        qf::skipOnError([&] { languageTextProvider().trace(message, strAppPath); });
-    };
-    QString strApplicationName;
-    QString strBase;
-    QString strVersion;
-    QString strFV;
+    QString& strGamePath = context.strGamePath;
+    GameLocation location;
+    strGamePath = context.widgets.txtPath.text();
+    trace(context, QStringLiteral("strGamePath > ") + context.widgets.txtPath.text());
 
-    strGamePath = w.txtPath.text();
-    trace(QStringLiteral("strGamePath > ") + w.txtPath.text());
-
-    if (endsWithExe(strGamePath)) {
+    if (datapaths::namesProgram(strGamePath)) {
         // The text names the program: split it into folder and program name.
         const qsizetype lastBackslash = strGamePath.lastIndexOf(u'\\');
         const qsizetype lastSlash = strGamePath.lastIndexOf(u'/');
@@ -39,85 +45,96 @@ QVariant qForms::qCheckGame()
         // Windows path whose last separator is "/" would be.
         const qsizetype split = lastSlash > lastBackslash ? lastSlash : lastBackslash;
         if (split >= 0) {
-            strApplicationName = strGamePath.mid(split + 1);
+            location.applicationName = strGamePath.mid(split + 1);
             strGamePath = strGamePath.left(split + 1);
         }
-        if (strGameApplication.contains(u'\\') || strGameApplication.contains(u'/')) {
-            const qsizetype baseSeparator = strGameBase.lastIndexOf(u'\\');
-            strBase = baseSeparator >= 0 ? strGameBase.mid(baseSeparator) : QString();
+        const QString& application = context.strGameApplication;
+        if (application.contains(u'\\') || application.contains(u'/')) {
+            const qsizetype baseSeparator = context.strGameBase.lastIndexOf(u'\\');
+            location.base = baseSeparator >= 0 ? context.strGameBase.mid(baseSeparator) : QString();
         } else {
-            strBase = strGameBase;
+            location.base = context.strGameBase;
         }
     } else {
-        strApplicationName = strGameApplication;
-        strBase = strGameBase;
+        location.applicationName = context.strGameApplication;
+        location.base = context.strGameBase;
     }
-    trace(QStringLiteral("strGameApplication > ") + strGameApplication);
-    trace(QStringLiteral("strGameBase > ") + strGameBase);
+    trace(context, QStringLiteral("strGameApplication > ") + context.strGameApplication);
+    trace(context, QStringLiteral("strGameBase > ") + context.strGameBase);
+    return location;
+}
 
-    const auto statusLine = [this](const QString& text) {
-        return QLatin1Char(' ') + strGameName + text;
-    };
-    const auto switchModWidgets = [&](bool enabled) {
-        if (!bolUseModSelection)
-            return;
-        w.chkModCheck.setEnabled(enabled);
-        w.comModSelect.setEnabled(enabled);
-    };
-
-    if (strGamePath.size() < 3) {
-        strGameStatusColour = qf::status::NotConfigured.colourName;
-        qf::skipOnError([&] {
-            w.lblStatus.setCaption(statusLine(languageText(qf::status::TextNotConfigured)));
-        });
-        w.lblStatus.setForeColor(qf::status::NotConfigured.textColour);
-        switchModWidgets(false);
-        return {};
-    }
-    trace(QStringLiteral("strApplicationName > ") + strApplicationName);
-
+std::optional<QString> detectVersion(ControlContext& context, const GameLocation& location)
+{
     // The folder and the program are joined with a separator of their own, so
     // a folder that ends in one gives two in a row, which the file check takes
     // as one.
-    const QString program = strGamePath + QLatin1Char('\\') + strApplicationName;
+    const QString program = context.strGamePath + QLatin1Char('\\') + location.applicationName;
     bool found = false;
-    qf::skipOnError([&] { found = languageTextProvider().fileExists(program); });
-    if (found) {
-        if (strVersionType == QLatin1String("1")) {
-            qf::skipOnError([&] { strVersion = detectPakVersion(strBase); });
-            found = !strVersion.isEmpty();
-            if (found)
-                qf::skipOnError(
-                    [&] { strFV = languageText(qf::status::TextFoundWithVersion) + strVersion; });
-        } else if (strVersionType == QLatin1String("2")) {
-            strVersion = QLatin1Char('v') + qf::Function::FileVersionText(program);
-            qf::skipOnError(
-                [&] { strFV = languageText(qf::status::TextFoundWithVersion) + strVersion; });
-        } else if (strVersionType == QLatin1String("0")) {
-            qf::skipOnError([&] { strFV = languageText(qf::status::TextFoundWithoutVersion); });
-        }
+    skipOnError([&] { found = context.languageTextProvider().fileExists(program); });
+    if (!found)
+        return std::nullopt;
+
+    QString strFV;
+    const QString& type = context.strVersionType;
+    if (type == QLatin1String("1")) {
+        QString strVersion;
+        skipOnError([&] { strVersion = detectPakVersion(context, location.base); });
+        if (strVersion.isEmpty())
+            return std::nullopt;
+        skipOnError(
+            [&] { strFV = context.languageText(status::TextFoundWithVersion) + strVersion; });
+    } else if (type == QLatin1String("2")) {
+        const QString strVersion = QLatin1Char('v') + Function::FileVersionText(program);
+        skipOnError(
+            [&] { strFV = context.languageText(status::TextFoundWithVersion) + strVersion; });
+    } else if (type == QLatin1String("0")) {
+        skipOnError([&] { strFV = context.languageText(status::TextFoundWithoutVersion); });
     }
+    return strFV;
+}
+
+void qCheckGame(ControlContext& context)
+{
+    auto& w = context.widgets;
+    const GameLocation location = deriveLocation(context);
+
+    if (context.strGamePath.size() < 3) {
+        context.strGameStatusColour = status::NotConfigured.colourName;
+        skipOnError([&] {
+            w.lblStatus.setCaption(
+                statusLine(context, context.languageText(status::TextNotConfigured)));
+        });
+        w.lblStatus.setForeColor(status::NotConfigured.textColour);
+        switchModWidgets(context, false);
+        return;
+    }
+    trace(context, QStringLiteral("strApplicationName > ") + location.applicationName);
+
+    const std::optional<QString> strFV = detectVersion(context, location);
 
     // The colour name is stored before the status line changes, so a host that
     // reads both in its StatusChange handler gets the pair that belongs together.
-    if (!found) {
-        strGameStatusColour = qf::status::NotFound.colourName;
-        w.lblStatus.setForeColor(qf::status::NotFound.textColour);
-        qf::skipOnError(
-            [&] { w.lblStatus.setCaption(statusLine(languageText(qf::status::TextNotFound))); });
-        trace(QStringLiteral("strFV > ") + w.lblStatus.caption());
-        switchModWidgets(false);
-        return {};
+    if (!strFV) {
+        context.strGameStatusColour = status::NotFound.colourName;
+        w.lblStatus.setForeColor(status::NotFound.textColour);
+        skipOnError([&] {
+            w.lblStatus.setCaption(statusLine(context, context.languageText(status::TextNotFound)));
+        });
+        trace(context, QStringLiteral("strFV > ") + w.lblStatus.caption());
+        switchModWidgets(context, false);
+        return;
     }
 
-    strGameStatusColour = qf::status::Found.colourName;
-    w.lblStatus.setForeColor(qf::status::Found.textColour);
-    w.lblStatus.setCaption(statusLine(strFV));
-    trace(QStringLiteral("strFV > ") + strFV);
-    if (bolUseModSelection) {
-        switchModWidgets(true);
-        qf::skipOnError([&] { qScanForMods(); });
-        qf::skipOnError([&] { qModInit(); });
+    context.strGameStatusColour = status::Found.colourName;
+    w.lblStatus.setForeColor(status::Found.textColour);
+    w.lblStatus.setCaption(statusLine(context, *strFV));
+    trace(context, QStringLiteral("strFV > ") + *strFV);
+    if (context.bolUseModSelection) {
+        switchModWidgets(context, true);
+        skipOnError([&] { mods::qScanForMods(context); });
+        skipOnError([&] { mods::qModInit(context); });
     }
-    return {};
 }
+
+} // namespace qf::detect

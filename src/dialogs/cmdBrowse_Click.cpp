@@ -1,45 +1,52 @@
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/DataPaths.h"
 #include "dialogs/ApplicationNames.h"
+#include "dialogs/Dialogs.h"
+#include "gamedata/GameData.h"
+#include "gamedata/GameDataKeys.h"
+#include "platform/Errors.h"
+
+namespace qf::dialogs {
 
 namespace {
 
-const QString GameSection = QStringLiteral("Quillmarsh Game");
-const QString GameApplicationKey = QStringLiteral("Game Application");
 const QString ExeFilter = QStringLiteral("Applications (*.exe)|*.exe");
 constexpr int HideReadOnly = 4;
 
 } // namespace
 
-void qForms::cmdBrowse_Click()
+void cmdBrowse_Click(ControlContext& context)
 {
     // Any failure, Cancel included, ends the routine without a message; before
     // a file is chosen nothing has changed.
     try {
-        const QString value =
-            profileRead(GameSection, GameApplicationKey, QStringLiteral("*"),
-                        componentFolder() + QStringLiteral("\\Data\\") + strQGDFile);
-        const QString names = qf::applicationNameList(value);
+        const QString value = gamedata::profileRead(
+            context, gamedata::GameSection, gamedata::GameApplication, QStringLiteral("*"),
+            datapaths::dataPath(context.componentFolder(), context.strQGDFile));
+        const QString names = applicationNameList(value);
         for (;;) {
-            qf::FileDialogRequest request;
+            FileDialogRequest request;
             request.filter = ExeFilter;
             request.fileName = names;
-            request.title = languageText(QStringLiteral("108")) + strGameName +
+            request.title = context.languageText(QStringLiteral("108")) + context.strGameName +
                             QStringLiteral(" (") + names + QLatin1Char(')') +
-                            languageText(QStringLiteral("080"));
+                            context.languageText(QStringLiteral("080"));
             request.flags = HideReadOnly;
             request.cancelError = true;
-            const qf::FileDialogResult chosen = fileDialog().showOpen(request);
+            const FileDialogResult chosen = context.fileDialog().showOpen(request);
             if (chosen.flags == 0)
                 return;
             // Only a program will do: anything else opens the dialog again.
-            if (chosen.fileName.right(4).toLower() != QLatin1String(".exe"))
+            if (!datapaths::namesProgram(chosen.fileName))
                 continue;
             if (!chosen.fileName.isEmpty()) {
-                strGamePath = chosen.fileName;
-                m_widgets->txtPath.setText(chosen.fileName);
+                context.strGamePath = chosen.fileName;
+                context.widgets.txtPath.setText(chosen.fileName);
             }
             return;
         }
-    } catch (const qf::Error&) {
+    } catch (const Error&) {
     }
 }
+
+} // namespace qf::dialogs

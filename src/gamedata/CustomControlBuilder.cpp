@@ -1,7 +1,8 @@
 #include "gamedata/CustomControlBuilder.h"
 
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/SkipOnError.h"
+#include "gamedata/GameData.h"
 #include "gamedata/GameDataKeys.h"
 #include "gamedata/ValueSyntax.h"
 
@@ -37,39 +38,32 @@ void setFromSecond(const QString& value, const std::function<void(float)>& set)
 
 void CustomControlBuilder::build()
 {
-    int count = 0;
-    try {
-        count = syntax::toInt16(
-            m_control.gameDataRead(gamedata::Section, gamedata::Count, QStringLiteral("0")));
-    } catch (const Error&) {
-        return;
-    }
-
     int check = 1, option = 1, frame = 1, combo = 1, label = 1, line = 1, text = 1;
-    for (int entry = 1; entry <= count; ++entry) {
-        const QString type = read(entry, gamedata::Type);
-        if (type == gamedata::KindCheckBox)
-            buildCheckBox(entry, check++);
-        else if (type == gamedata::KindOptionButton)
-            buildOptionButton(entry, option++);
-        else if (type == gamedata::KindFrame)
-            buildFrame(entry, frame++);
-        else if (type == gamedata::KindCombo)
-            buildCombo(entry, combo++);
-        else if (type == gamedata::KindLabel)
-            buildLabel(entry, label++);
-        else if (type == gamedata::KindLine)
-            buildLine(entry, line++);
-        else if (type == gamedata::KindText)
-            buildText(entry, text++);
-    }
+    gamedata::forEachEntry(m_context, [&](int entry) {
+        switch (gamedata::kindOf(read(entry, gamedata::Type))) {
+        case gamedata::Kind::CheckBox:
+            return buildCheckBox(entry, check++);
+        case gamedata::Kind::OptionButton:
+            return buildOptionButton(entry, option++);
+        case gamedata::Kind::Frame:
+            return buildFrame(entry, frame++);
+        case gamedata::Kind::Combo:
+            return buildCombo(entry, combo++);
+        case gamedata::Kind::Label:
+            return buildLabel(entry, label++);
+        case gamedata::Kind::Line:
+            return buildLine(entry, line++);
+        case gamedata::Kind::Text:
+            return buildText(entry, text++);
+        case gamedata::Kind::None:
+            return;
+        }
+    });
 }
 
 QString CustomControlBuilder::read(int entry, const QString& suffix, const QString& defaultValue)
 {
-    return m_control
-        .gameDataRead(gamedata::Section, gamedata::entryKey(entry, suffix), defaultValue)
-        .toLower();
+    return gamedata::customControlRead(m_context, entry, suffix, defaultValue).toLower();
 }
 
 void CustomControlBuilder::placeLocation(Widget& widget, int entry)
@@ -91,12 +85,12 @@ template <typename SetCaption> void CustomControlBuilder::applyCaption(int entry
 {
     const QString caption = read(entry, gamedata::Caption);
     skipOnError(
-        [&] { set(syntax::isTextNumber(caption) ? m_control.languageText(caption) : caption); });
+        [&] { set(syntax::isTextNumber(caption) ? m_context.languageText(caption) : caption); });
 }
 
 void CustomControlBuilder::buildCheckBox(int entry, int n)
 {
-    CheckBox& box = loadOrReuse(m_control.widgets().Check1, n);
+    CheckBox& box = loadOrReuse(m_context.widgets.Check1, n);
     placeLocation(box, entry);
     placeSize(box, entry);
     applyCaption(entry, [&](const QString& caption) { box.setCaption(caption); });
@@ -107,7 +101,7 @@ void CustomControlBuilder::buildCheckBox(int entry, int n)
 
 void CustomControlBuilder::buildOptionButton(int entry, int n)
 {
-    OptionButton& button = loadOrReuse(m_control.widgets().Option1, n);
+    OptionButton& button = loadOrReuse(m_context.widgets.Option1, n);
     placeLocation(button, entry);
     placeSize(button, entry);
     applyCaption(entry, [&](const QString& caption) { button.setCaption(caption); });
@@ -117,7 +111,7 @@ void CustomControlBuilder::buildOptionButton(int entry, int n)
 
 void CustomControlBuilder::buildFrame(int entry, int n)
 {
-    Frame& box = loadOrReuse(m_control.widgets().Frame1, n);
+    Frame& box = loadOrReuse(m_context.widgets.Frame1, n);
     placeLocation(box, entry);
     placeSize(box, entry);
     applyCaption(entry, [&](const QString& caption) { box.setCaption(caption); });
@@ -126,7 +120,7 @@ void CustomControlBuilder::buildFrame(int entry, int n)
 
 void CustomControlBuilder::buildCombo(int entry, int n)
 {
-    ComboBox& combo = loadOrReuse(m_control.widgets().Combo1, n);
+    ComboBox& combo = loadOrReuse(m_context.widgets.Combo1, n);
     placeLocation(combo, entry);
     // A combo's height follows its font; only the width is taken.
     const QString size = read(entry, gamedata::Size);
@@ -142,7 +136,7 @@ void CustomControlBuilder::buildCombo(int entry, int n)
 
 void CustomControlBuilder::buildLabel(int entry, int n)
 {
-    Label& label = loadOrReuse(m_control.widgets().Label1, n);
+    Label& label = loadOrReuse(m_context.widgets.Label1, n);
     placeLocation(label, entry);
     placeSize(label, entry);
     applyCaption(entry, [&](const QString& caption) { label.setCaption(caption); });
@@ -151,7 +145,7 @@ void CustomControlBuilder::buildLabel(int entry, int n)
 
 void CustomControlBuilder::buildLine(int entry, int n)
 {
-    Line& line = loadOrReuse(m_control.widgets().Line1, n);
+    Line& line = loadOrReuse(m_context.widgets.Line1, n);
     const QString x = read(entry, gamedata::XLocation);
     setFromFirst(x, [&](float x1) { line.setX1(x1); });
     setFromSecond(x, [&](float x2) { line.setX2(x2); });
@@ -166,7 +160,7 @@ void CustomControlBuilder::buildLine(int entry, int n)
 
 void CustomControlBuilder::buildText(int entry, int n)
 {
-    TextBox& text = loadOrReuse(m_control.widgets().Text1, n);
+    TextBox& text = loadOrReuse(m_context.widgets.Text1, n);
     placeLocation(text, entry);
     placeSize(text, entry);
     applyCaption(entry, [&](const QString& caption) { text.setText(caption); });
@@ -174,5 +168,14 @@ void CustomControlBuilder::buildText(int entry, int n)
     skipOnError([&] { text.setLocked(syntax::toBoolean(locked)); });
     text.setVisible(true);
 }
+
+namespace gamedata {
+
+void qInitCustomControls(ControlContext& context)
+{
+    CustomControlBuilder(context).build();
+}
+
+} // namespace gamedata
 
 } // namespace qf

@@ -2,9 +2,9 @@
 
 #include <QString>
 
-class qForms;
-
 namespace qf {
+
+class ControlContext;
 
 class Widget;
 
@@ -13,7 +13,7 @@ class Widget;
 // element that exists already) is skipped and the build goes on.
 class CustomControlBuilder {
 public:
-    explicit CustomControlBuilder(qForms& control) : m_control(control) {}
+    explicit CustomControlBuilder(ControlContext& context) : m_context(context) {}
 
     void build();
 
@@ -34,7 +34,7 @@ private:
     // The caption, or the language text a text number names.
     template <typename SetCaption> void applyCaption(int entry, SetCaption set);
 
-    qForms& m_control;
+    ControlContext& m_context;
 };
 
 } // namespace qf

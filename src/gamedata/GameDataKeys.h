@@ -22,6 +22,10 @@ inline const QString Index = QStringLiteral("Index");
 inline const QString ControlKey = QStringLiteral("ControlKey");
 inline const QString ControlDefaultValue = QStringLiteral("ControlDefaultValue");
 
+// The section that names the game's program, for the browse dialog.
+inline const QString GameSection = QStringLiteral("Quillmarsh Game");
+inline const QString GameApplication = QStringLiteral("Game Application");
+
 inline const QString KindCheckBox = QStringLiteral("checkbox");
 inline const QString KindOptionButton = QStringLiteral("option button");
 inline const QString KindFrame = QStringLiteral("frame");

@@ -1,29 +1,32 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/SkipOnError.h"
+#include "gamedata/GameData.h"
+
+namespace qf::gamedata {
 
 namespace {
 
 // Unloads every loaded element; an index that is not loaded is skipped. The
 // highest index is taken once, before the first unload.
-template <typename T> void unloadDynamicWidgets(qf::WidgetArray<T>& array)
+template <typename T> void unloadDynamicWidgets(WidgetArray<T>& array)
 {
     const int highest = array.upperBound();
     for (int index = 1; index <= highest; ++index)
-        qf::skipOnError([&] { array.unload(index); });
+        skipOnError([&] { array.unload(index); });
 }
 
 } // namespace
 
-QVariant qForms::qClear()
+void qClear(ControlContext& context)
 {
     // The fields only: clearing runs none of the properties' side effects.
-    strGamePath.clear();
-    strGameName.clear();
-    strGameBase.clear();
-    strQGDFile.clear();
-    strVersionType.clear();
+    context.strGamePath.clear();
+    context.strGameName.clear();
+    context.strGameBase.clear();
+    context.strQGDFile.clear();
+    context.strVersionType.clear();
 
-    auto& w = *m_widgets;
+    auto& w = context.widgets;
     unloadDynamicWidgets(w.Check1);
     unloadDynamicWidgets(w.Frame1);
     unloadDynamicWidgets(w.Option1);
@@ -32,5 +35,6 @@ QVariant qForms::qClear()
     unloadDynamicWidgets(w.Line1);
     // Labels go too, so that no caption of the previous game stays on screen.
     unloadDynamicWidgets(w.Label1);
-    return {};
 }
+
+} // namespace qf::gamedata

@@ -1,12 +1,15 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/SettingsKeys.h"
+#include "context/SkipOnError.h"
+#include "mods/Mods.h"
 #include "platform/Errors.h"
 #include "platform/Paths.h"
 #include "platform/TextDecoding.h"
-#include "settings/SettingsKeys.h"
 
 #include <QFile>
 #include <QStringDecoder>
+
+namespace qf::mods {
 
 namespace {
 
@@ -36,9 +39,9 @@ qsizetype incompleteUtf8Tail(const QByteArray& bytes)
 // bytes: nothing pads them, so the caption ends with the file's last byte.
 QByteArray readDescription(const QString& path)
 {
-    QFile file(qf::paths::resolve(path));
+    QFile file(paths::resolve(path));
     if (!file.open(QIODevice::ReadOnly))
-        throw qf::PathError(QStringLiteral("Cannot read %1").arg(path));
+        throw PathError(QStringLiteral("Cannot read %1").arg(path));
     // Closed when `file` goes out of scope, whatever the length.
     const qint64 length = file.size();
     if (length == 0)
@@ -57,12 +60,12 @@ QByteArray readDescription(const QString& path)
 
 } // namespace
 
-void qForms::comModSelect_Click()
+void comModSelect_Click(ControlContext& context)
 {
-    auto& w = *m_widgets;
+    auto& w = context.widgets;
     const QString modName = w.comModSelect.text();
     if (modName.isEmpty()) {
-        qf::skipOnError([&] { w.chkModCheck.setValue(qf::CheckBox::Unchecked); });
+        skipOnError([&] { w.chkModCheck.setValue(CheckBox::Unchecked); });
         w.chkModCheck.setEnabled(false);
         w.lblModName.setCaption(QStringLiteral(" /"));
         return;
@@ -70,37 +73,38 @@ void qForms::comModSelect_Click()
     w.chkModCheck.setEnabled(true);
 
     QString description;
-    qf::skipOnError([&] {
+    skipOnError([&] {
         const QString path =
-            strGamePath + QLatin1Char('\\') + modName + QStringLiteral("\\description.txt");
-        if (languageTextProvider().fileExists(path))
-            description = qf::decodeText(readDescription(path));
+            context.strGamePath + QLatin1Char('\\') + modName + QStringLiteral("\\description.txt");
+        if (context.languageTextProvider().fileExists(path))
+            description = decodeText(readDescription(path));
     });
     if (description.isEmpty())
         description = QStringLiteral("?");
     w.lblModName.setCaption(description + QLatin1Char(' '));
 
     if (w.comModSelect.listIndex() >= 1)
-        qf::skipOnError([&] { w.chkModCheck.setValue(qf::CheckBox::Checked); });
+        skipOnError([&] { w.chkModCheck.setValue(CheckBox::Checked); });
 }
 
-QVariant qForms::qSelectMod()
+void qSelectMod(ControlContext& context)
 {
-    auto& w = *m_widgets;
+    auto& w = context.widgets;
     QString storedName;
-    qf::skipOnError([&] {
-        storedName = settingsStore().readValue(qf::settings::Application, strGameName,
-                                               qf::settings::ModName, QString());
+    skipOnError([&] {
+        storedName = context.settingsStore().readValue(settings::Application, context.strGameName,
+                                                       settings::ModName, QString());
     });
     const QString lowerStoredName = storedName.toLower();
 
     const int count = w.comModSelect.listCount();
     for (int i = 0; i < count; ++i) {
-        qf::skipOnError([&] { w.comModSelect.setListIndex(i); });
+        skipOnError([&] { w.comModSelect.setListIndex(i); });
         if (w.comModSelect.text().toLower() == lowerStoredName)
-            return {};
+            return;
     }
     // On an empty list this fails too, and nothing changes.
-    qf::skipOnError([&] { w.comModSelect.setListIndex(0); });
-    return {};
+    skipOnError([&] { w.comModSelect.setListIndex(0); });
 }
+
+} // namespace qf::mods

@@ -1,7 +1,10 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/SkipOnError.h"
+#include "mods/Mods.h"
 #include "platform/Errors.h"
 #include "platform/Paths.h"
+
+namespace qf::mods {
 
 namespace {
 
@@ -17,12 +20,60 @@ QString upperCasedByCharacter(const QString& text)
                              codePoints.size());
 }
 
+void AddModEntry(ControlContext& context, const QString& entry)
+{
+    context.widgets.comModSelect.addItem(entry);
+}
+
+void ListModFolders(ControlContext& context, QString& folder, const QString& baseName)
+{
+    auto& w = context.widgets;
+    if (!folder.endsWith(u'\\'))
+        folder.append(u'\\');
+    // Names below keep their own case; the folder is found again by resolving
+    // it without regard to case.
+    folder = upperCasedByCharacter(folder);
+
+    // The listing leaves out "." and "..". A folder that cannot be listed
+    // yields no names, and the list holds only the no-mod entry.
+    QStringList names;
+    skipOnError([&] { names = paths::listEntries(folder); });
+    skipOnError([&] { AddModEntry(context, QString()); });
+
+    // Resolved once: folder + name would resolve every upper-cased component
+    // again for each name, listing each parent folder.
+    const QString resolvedFolder = paths::resolve(folder) + u'/';
+    const QString lowerBaseName = baseName.toLower();
+    for (const QString& name : names) {
+        const QString candidate = resolvedFolder + name;
+        if (!paths::isDirectory(candidate))
+            continue;
+        // A failed listing leaves lstFiles on its old folder, whose count must
+        // not be taken for this one.
+        bool hasPakFiles = false;
+        skipOnError([&] {
+            w.lstFiles.setPath(candidate);
+            hasPakFiles = w.lstFiles.listCount() > 0;
+        });
+        if (!hasPakFiles)
+            continue;
+        if (name.toLower() == lowerBaseName)
+            continue;
+        skipOnError([&] { AddModEntry(context, name); });
+    }
+
+    skipOnError([&] { w.comModSelect.setListIndex(0); });
+}
+
 } // namespace
 
-QVariant qForms::qScanForMods()
+void qScanForMods(ControlContext& context)
 {
+    const QString& strGamePath = context.strGamePath;
+    const QString& strGameBase = context.strGameBase;
+    const QString& strGameApplication = context.strGameApplication;
     // Not guarded: a failure of the list itself reaches the caller.
-    m_widgets->comModSelect.clear();
+    context.widgets.comModSelect.clear();
 
     QString folder = strGamePath;
     QString baseName = strGameBase;
@@ -34,66 +85,22 @@ QVariant qForms::qScanForMods()
         if (baseSeparator >= 0)
             baseName = strGameBase.mid(baseSeparator + 1);
     }
-    ListModFolders(folder, baseName);
-    return {};
+    ListModFolders(context, folder, baseName);
 }
 
-void qForms::ListModFolders(QString& folder, const QString& baseName)
-{
-    auto& w = *m_widgets;
-    if (!folder.endsWith(u'\\'))
-        folder.append(u'\\');
-    // Names below keep their own case; the folder is found again by resolving
-    // it without regard to case.
-    folder = upperCasedByCharacter(folder);
-
-    // The listing leaves out "." and "..". A folder that cannot be listed
-    // yields no names, and the list holds only the no-mod entry.
-    QStringList names;
-    qf::skipOnError([&] { names = qf::paths::listEntries(folder); });
-    qf::skipOnError([&] { AddModEntry(QString()); });
-
-    // Resolved once: folder + name would resolve every upper-cased component
-    // again for each name, listing each parent folder.
-    const QString resolvedFolder = qf::paths::resolve(folder) + u'/';
-    const QString lowerBaseName = baseName.toLower();
-    for (const QString& name : names) {
-        const QString candidate = resolvedFolder + name;
-        if (!qf::paths::isDirectory(candidate))
-            continue;
-        // A failed listing leaves lstFiles on its old folder, whose count must
-        // not be taken for this one.
-        bool hasPakFiles = false;
-        qf::skipOnError([&] {
-            w.lstFiles.setPath(candidate);
-            hasPakFiles = w.lstFiles.listCount() > 0;
-        });
-        if (!hasPakFiles)
-            continue;
-        if (name.toLower() == lowerBaseName)
-            continue;
-        qf::skipOnError([&] { AddModEntry(name); });
-    }
-
-    qf::skipOnError([&] { w.comModSelect.setListIndex(0); });
-}
-
-void qForms::AddModEntry(const QString& entry)
-{
-    m_widgets->comModSelect.addItem(entry);
-}
-
-QVariant qForms::qModInit()
+void qModInit(ControlContext& context)
 {
     // A file check that fails is a skipped step, as every failing step here:
     // only a check that answers "no file" ends the call.
     bool programExists = true;
-    qf::skipOnError([&] {
-        programExists =
-            languageTextProvider().fileExists(strGamePath + QLatin1Char('\\') + strGameApplication);
+    skipOnError([&] {
+        programExists = context.languageTextProvider().fileExists(
+            context.strGamePath + QLatin1Char('\\') + context.strGameApplication);
     });
     if (!programExists)
-        return {};
+        return;
     // The rest is what qSelectMod does.
-    return qSelectMod();
+    qSelectMod(context);
 }
+
+} // namespace qf::mods

@@ -1,6 +1,11 @@
-#include "control/qForms.h"
+#include "context/ControlContext.h"
 #include "gamedata/ValueSyntax.h"
+#include "rules/Rules.h"
 #include "rules/VisualFunctionRule.h"
+
+#include <optional>
+
+namespace qf::rules {
 
 namespace {
 
@@ -15,8 +20,7 @@ public:
     {
         if (++m_depth > MaxRuleDepth) {
             --m_depth;
-            throw qf::Error(
-                QStringLiteral("The visual function rules call each other without end"));
+            throw Error(QStringLiteral("The visual function rules call each other without end"));
         }
     }
     ~DepthGuard() { --m_depth; }
@@ -25,36 +29,35 @@ private:
     int& m_depth;
 };
 
-} // namespace
-
-void qForms::applyVisualFunction(const QString& tag, std::optional<bool> isOn)
+// isOn is empty for a greyed check box, which fires no rule.
+void applyVisualFunction(ControlContext& context, const QString& tag, std::optional<bool> isOn)
 {
-    const auto rule = qf::VisualFunctionRule::parse(tag);
+    const auto rule = VisualFunctionRule::parse(tag);
     if (!rule || !isOn)
         return;
-    if (*isOn != (rule->when == qf::VisualFunctionRule::When::On))
+    if (*isOn != (rule->when == VisualFunctionRule::When::On))
         return;
 
     // An index that is not a number, or names no widget, makes the click do
     // nothing; index 0 is the hidden template, which the rule then changes.
     int index;
     try {
-        index = qf::syntax::toInt16(rule->indexText);
-    } catch (const qf::Error&) {
+        index = syntax::toInt16(rule->indexText);
+    } catch (const Error&) {
         return;
     }
-    auto& w = *m_widgets;
-    using Action = qf::VisualFunctionRule::Action;
-    using Target = qf::VisualFunctionRule::Target;
+    auto& w = context.widgets;
+    using Action = VisualFunctionRule::Action;
+    using Target = VisualFunctionRule::Target;
 
-    const DepthGuard guard(m_ruleDepth);
+    const DepthGuard guard(context.ruleDepth);
     switch (rule->target) {
     case Target::CheckBox:
         if (!w.Check1.exists(index))
             return;
         if (rule->action == Action::Check || rule->action == Action::Uncheck)
-            w.Check1.at(index).setValue(rule->action == Action::Check ? qf::CheckBox::Checked
-                                                                      : qf::CheckBox::Unchecked);
+            w.Check1.at(index).setValue(rule->action == Action::Check ? CheckBox::Checked
+                                                                      : CheckBox::Unchecked);
         else
             w.Check1.at(index).setEnabled(rule->action == Action::Enable);
         break;
@@ -73,20 +76,24 @@ void qForms::applyVisualFunction(const QString& tag, std::optional<bool> isOn)
     }
 }
 
-void qForms::Check1_Click(qint16 Index)
+} // namespace
+
+void Check1_Click(ControlContext& context, qint16 Index)
 {
-    const qf::CheckBox& box = m_widgets->Check1.at(Index);
+    const CheckBox& box = context.widgets.Check1.at(Index);
     // A greyed box is neither on nor off and fires nothing.
     std::optional<bool> isOn;
-    if (box.value() == qf::CheckBox::Checked)
+    if (box.value() == CheckBox::Checked)
         isOn = true;
-    else if (box.value() == qf::CheckBox::Unchecked)
+    else if (box.value() == CheckBox::Unchecked)
         isOn = false;
-    applyVisualFunction(box.tag(), isOn);
+    applyVisualFunction(context, box.tag(), isOn);
 }
 
-void qForms::Option1_Click(qint16 Index)
+void Option1_Click(ControlContext& context, qint16 Index)
 {
-    const qf::OptionButton& button = m_widgets->Option1.at(Index);
-    applyVisualFunction(button.tag(), button.value());
+    const OptionButton& button = context.widgets.Option1.at(Index);
+    applyVisualFunction(context, button.tag(), button.value());
 }
+
+} // namespace qf::rules

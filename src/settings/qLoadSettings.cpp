@@ -1,36 +1,40 @@
-#include "control/SkipOnError.h"
-#include "control/qForms.h"
+#include "context/ControlContext.h"
+#include "context/DataPaths.h"
+#include "context/SettingsKeys.h"
+#include "context/SkipOnError.h"
+#include "gamedata/GameData.h"
 #include "gamedata/GameDataKeys.h"
 #include "gamedata/ValueSyntax.h"
-#include "settings/SettingsKeys.h"
+#include "mods/Mods.h"
+#include "settings/Settings.h"
 
-QVariant qForms::qLoadSettings()
+namespace qf::settings {
+
+void qLoadSettings(ControlContext& context)
 {
-    namespace keys = qf::settings;
-    namespace gd = qf::gamedata;
-    using qf::skipOnError;
-    auto& w = *m_widgets;
+    namespace gd = gamedata;
+    auto& w = context.widgets;
     const auto stored = [&](const QString& key, const QString& defaultValue) {
-        return settingsStore().readValue(keys::Application, strGameName, key, defaultValue);
+        return context.settingsStore().readValue(Application, context.strGameName, key,
+                                                 defaultValue);
     };
 
     // A changed text runs the game check now, with the restored folder.
     skipOnError([&] {
-        strGamePath = stored(keys::Path, QString());
-        w.txtPath.setText(strGamePath);
+        context.strGamePath = stored(Path, QString());
+        w.txtPath.setText(context.strGamePath);
     });
 
-    if (bolUseAdditionalCommandLineParameters)
-        skipOnError([&] { w.txtCLP.setText(stored(keys::CommandLineParameters, QString())); });
+    if (context.bolUseAdditionalCommandLineParameters)
+        skipOnError([&] { w.txtCLP.setText(stored(CommandLineParameters, QString())); });
 
-    if (bolUseConfigs) {
-        const QString folder =
-            strAppPath + QStringLiteral("\\Data\\") + strGameName + QStringLiteral("\\Configs");
+    if (context.bolUseConfigs) {
+        const QString folder = datapaths::configFolder(context.strAppPath, context.strGameName);
         skipOnError([&] { w.lstConfig.setPath(folder); });
         QString configName;
-        skipOnError([&] { configName = stored(keys::ConfigName, QString()); });
+        skipOnError([&] { configName = stored(ConfigName, QString()); });
         skipOnError([&] {
-            if (!languageTextProvider().fileExists(folder + u'\\' + configName)) {
+            if (!context.languageTextProvider().fileExists(folder + u'\\' + configName)) {
                 skipOnError([&] { w.lstConfig.setListIndex(0); });
                 return;
             }
@@ -44,34 +48,40 @@ QVariant qForms::qLoadSettings()
         });
     }
 
-    if (bolUseModSelection)
-        skipOnError([&] { qModInit(); });
+    if (context.bolUseModSelection)
+        skipOnError([&] { mods::qModInit(context); });
 
-    qint16 count = 0;
-    skipOnError([&] {
-        count = qf::syntax::toInt16(
-            gameDataRead(gd::Section, gd::Count, QStringLiteral("0")).toLower());
-    });
-    for (int entry = 1; entry <= count; ++entry) {
+    gd::forEachEntry(context, [&](int entry) {
         // Setting a value raises the widget's click, so its rule runs now and
         // an entry restored later can change a widget restored earlier.
         skipOnError([&] {
-            const qint16 index = qf::syntax::toInt16(
-                customControlRead(entry, gd::Index, QStringLiteral("1")).toLower());
-            const QString controlKey = customControlRead(entry, gd::ControlKey, QString());
-            const QString type = customControlRead(entry, gd::Type, QString()).toLower();
+            const qint16 index = syntax::toInt16(
+                gd::customControlRead(context, entry, gd::Index, QStringLiteral("1")).toLower());
+            const QString controlKey =
+                gd::customControlRead(context, entry, gd::ControlKey, QString());
+            const QString type =
+                gd::customControlRead(context, entry, gd::Type, QString()).toLower();
             const QString entryDefault =
-                customControlRead(entry, gd::ControlDefaultValue, QStringLiteral("0")).toLower();
-            if (type == gd::KindCheckBox)
-                w.Check1.at(index).setValue(qf::syntax::toInt16(stored(controlKey, entryDefault)));
-            else if (type == gd::KindOptionButton)
-                w.Option1.at(index).setValue(
-                    qf::syntax::toBoolean(stored(controlKey, entryDefault)));
-            else if (type == gd::KindCombo)
+                gd::customControlRead(context, entry, gd::ControlDefaultValue, QStringLiteral("0"))
+                    .toLower();
+            switch (gd::kindOf(type)) {
+            case gd::Kind::CheckBox:
+                w.Check1.at(index).setValue(syntax::toInt16(stored(controlKey, entryDefault)));
+                break;
+            case gd::Kind::OptionButton:
+                w.Option1.at(index).setValue(syntax::toBoolean(stored(controlKey, entryDefault)));
+                break;
+            case gd::Kind::Combo:
                 w.Combo1.at(index).setText(stored(controlKey, QStringLiteral("0")));
-            else if (type == gd::KindText)
+                break;
+            case gd::Kind::Text:
                 w.Text1.at(index).setText(stored(controlKey, entryDefault));
+                break;
+            default:
+                break;
+            }
         });
-    }
-    return {};
+    });
 }
+
+} // namespace qf::settings

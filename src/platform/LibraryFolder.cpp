@@ -1,6 +1,4 @@
-#include "settings/ComponentFolder.h"
-
-#include "control/qForms.h"
+#include "platform/LibraryFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -19,13 +17,3 @@ QString libraryFolder()
 }
 
 } // namespace qf
-
-QString qForms::componentFolder() const
-{
-    return m_componentFolder.isEmpty() ? qf::libraryFolder() : m_componentFolder;
-}
-
-void qForms::setComponentFolder(const QString& folder)
-{
-    m_componentFolder = folder;
-}

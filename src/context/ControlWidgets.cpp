@@ -1,4 +1,4 @@
-#include "control/ControlWidgets.h"
+#include "context/ControlWidgets.h"
 
 namespace qf {
 

@@ -1,0 +1,73 @@
+#include "context/ControlContext.h"
+#include "context/DataPaths.h"
+#include "gamedata/GameData.h"
+#include "gamedata/GameDataKeys.h"
+#include "gamedata/ValueSyntax.h"
+#include "platform/Errors.h"
+#include "platform/ProfileReader.h"
+
+namespace qf::gamedata {
+
+namespace {
+constexpr qint32 ProfileBufferSize = 1024;
+}
+
+QString profileRead(ControlContext& context, const QString& section, const QString& key,
+                    const QString& defaultValue, const QString& path)
+{
+    ProfileString read =
+        getPrivateProfileString(section, key, defaultValue, path, ProfileBufferSize);
+    context.strProfileBuffer = std::move(read.value);
+    context.intProfileLength = read.length;
+    return context.strProfileBuffer;
+}
+
+QString gameDataPath(const ControlContext& context)
+{
+    return datapaths::dataPath(context.strAppPath, context.strQGDFile);
+}
+
+QString gameDataRead(ControlContext& context, const QString& section, const QString& key,
+                     const QString& defaultValue)
+{
+    return profileRead(context, section, key, defaultValue, gameDataPath(context));
+}
+
+QString customControlRead(ControlContext& context, int entry, const QString& suffix,
+                          const QString& defaultValue)
+{
+    return gameDataRead(context, Section, entryKey(entry, suffix), defaultValue);
+}
+
+Kind kindOf(const QString& loweredType)
+{
+    if (loweredType == KindCheckBox)
+        return Kind::CheckBox;
+    if (loweredType == KindOptionButton)
+        return Kind::OptionButton;
+    if (loweredType == KindFrame)
+        return Kind::Frame;
+    if (loweredType == KindCombo)
+        return Kind::Combo;
+    if (loweredType == KindLabel)
+        return Kind::Label;
+    if (loweredType == KindLine)
+        return Kind::Line;
+    if (loweredType == KindText)
+        return Kind::Text;
+    return Kind::None;
+}
+
+void forEachEntry(ControlContext& context, const std::function<void(int entry)>& visit)
+{
+    int count = 0;
+    try {
+        count = syntax::toInt16(gameDataRead(context, Section, Count, QStringLiteral("0")));
+    } catch (const Error&) {
+        return;
+    }
+    for (int entry = 1; entry <= count; ++entry)
+        visit(entry);
+}
+
+} // namespace qf::gamedata

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace qf {
+class ControlContext;
+}
+
+// The player's choices in the settings store, and the game's config files.
+namespace qf::settings {
+
+// Writes the folder text, the switched-on fixed values and every valued
+// dynamic widget to the store, then syncs it once. Failing steps are skipped.
+void qSaveSettings(ControlContext& context);
+// Puts the stored values back into the widgets, which runs the game check and
+// the widgets' rules. Never writes; failing steps are skipped.
+void qLoadSettings(ControlContext& context);
+
+// Points the config list at the game's config folder (the side effect of
+// qpGameApplication). Failing steps are skipped.
+void showConfigFolder(ControlContext& context);
+// Opens the selected config file in the text editor, or tells the user to
+// select one. Errors reach the caller.
+void cmdEdit_Click(ControlContext& context);
+
+} // namespace qf::settings
