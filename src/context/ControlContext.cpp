@@ -97,4 +97,17 @@ void ControlContext::setComponentFolder(const QString& folder)
     m_componentFolder = folder;
 }
 
+void ControlContext::setSkipObserver(std::shared_ptr<SkipObserver> observer)
+{
+    m_skipObserver = std::move(observer);
+}
+
+void ControlContext::reportSkip(const StepSite& site, const QString& reason) const
+{
+    if (!m_skipObserver)
+        return;
+    m_skipObserver->stepSkipped({QString::fromLatin1(routine), site.entry, site.key.toString(),
+                                 site.value.toString(), reason});
+}
+
 } // namespace qf

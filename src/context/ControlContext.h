@@ -1,6 +1,7 @@
 #pragma once
 
 #include "context/ControlWidgets.h"
+#include "context/SkipObserver.h"
 #include "platform/FileDialog.h"
 #include "platform/LanguageTextProvider.h"
 #include "platform/MessageBox.h"
@@ -73,6 +74,15 @@ public:
     QString componentFolder() const;
     void setComponentFolder(const QString& folder);
 
+    // Told of every skipped step; none by default.
+    void setSkipObserver(std::shared_ptr<SkipObserver> observer);
+    SkipObserver* skipObserver() const { return m_skipObserver.get(); }
+    // Tells the observer, if there is one, that a step was skipped.
+    void reportSkip(const StepSite& site, const QString& reason) const;
+
+    // The public routine running now, for the reports; RoutineScope sets it.
+    const char* routine = "";
+
 private:
     std::shared_ptr<LanguageTextProvider> m_languageTextProvider;
     std::shared_ptr<SettingsStore> m_settingsStore;
@@ -80,6 +90,24 @@ private:
     std::shared_ptr<MessageBox> m_messageBox;
     std::shared_ptr<FileDialog> m_fileDialog;
     QString m_componentFolder;
+    std::shared_ptr<SkipObserver> m_skipObserver;
+};
+
+// Names the routine that runs while it lives; routines nest.
+class RoutineScope {
+public:
+    RoutineScope(ControlContext& context, const char* name)
+        : m_context(context), m_outer(context.routine)
+    {
+        context.routine = name;
+    }
+    ~RoutineScope() { m_context.routine = m_outer; }
+    RoutineScope(const RoutineScope&) = delete;
+    RoutineScope& operator=(const RoutineScope&) = delete;
+
+private:
+    ControlContext& m_context;
+    const char* m_outer;
 };
 
 } // namespace qf

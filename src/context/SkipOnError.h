@@ -1,5 +1,6 @@
 #pragma once
 
+#include "context/ControlContext.h"
 #include "platform/Errors.h"
 
 namespace qf {
@@ -11,6 +12,17 @@ template <typename Step> void skipOnError(Step&& step)
     try {
         step();
     } catch (const Error&) {
+    }
+}
+
+// The same, telling the context's skip observer what was skipped and why.
+template <typename Step>
+void skipOnError(const ControlContext& context, const StepSite& site, Step&& step)
+{
+    try {
+        step();
+    } catch (const Error& error) {
+        context.reportSkip(site, error.message());
     }
 }
 

@@ -116,6 +116,7 @@ QString qForms::qpGameApplication() const
 
 void qForms::setQpGameApplication(const QString& strGameApplication2)
 {
+    const qf::RoutineScope routine(*m_context, "qpGameApplication");
     m_context->strGameApplication = strGameApplication2;
     qf::settings::showConfigFolder(*m_context);
 }
@@ -176,48 +177,56 @@ void qForms::setAppPath(const QString& strAppPath2)
 
 QVariant qForms::qInitCustomControls()
 {
+    const qf::RoutineScope routine(*m_context, "qInitCustomControls");
     qf::gamedata::qInitCustomControls(*m_context);
     return {};
 }
 
 QVariant qForms::qClear()
 {
+    const qf::RoutineScope routine(*m_context, "qClear");
     qf::gamedata::qClear(*m_context);
     return {};
 }
 
 QVariant qForms::qCheckGame()
 {
+    const qf::RoutineScope routine(*m_context, "qCheckGame");
     qf::detect::qCheckGame(*m_context);
     return {};
 }
 
 QVariant qForms::qScanForMods()
 {
+    const qf::RoutineScope routine(*m_context, "qScanForMods");
     qf::mods::qScanForMods(*m_context);
     return {};
 }
 
 QVariant qForms::qModInit()
 {
+    const qf::RoutineScope routine(*m_context, "qModInit");
     qf::mods::qModInit(*m_context);
     return {};
 }
 
 QVariant qForms::qSelectMod()
 {
+    const qf::RoutineScope routine(*m_context, "qSelectMod");
     qf::mods::qSelectMod(*m_context);
     return {};
 }
 
 QVariant qForms::qSaveSettings()
 {
+    const qf::RoutineScope routine(*m_context, "qSaveSettings");
     qf::settings::qSaveSettings(*m_context);
     return {};
 }
 
 QVariant qForms::qLoadSettings()
 {
+    const qf::RoutineScope routine(*m_context, "qLoadSettings");
     qf::settings::qLoadSettings(*m_context);
     return {};
 }
@@ -229,31 +238,37 @@ void qForms::lblStatus_Change()
 
 void qForms::cmdBrowse_Click()
 {
+    const qf::RoutineScope routine(*m_context, "cmdBrowse_Click");
     qf::dialogs::cmdBrowse_Click(*m_context);
 }
 
 void qForms::txtPath_Change()
 {
+    const qf::RoutineScope routine(*m_context, "txtPath_Change");
     qf::detect::qCheckGame(*m_context);
 }
 
 void qForms::comModSelect_Click()
 {
+    const qf::RoutineScope routine(*m_context, "comModSelect_Click");
     qf::mods::comModSelect_Click(*m_context);
 }
 
 void qForms::cmdEdit_Click()
 {
+    const qf::RoutineScope routine(*m_context, "cmdEdit_Click");
     qf::settings::cmdEdit_Click(*m_context);
 }
 
 void qForms::Check1_Click(qint16 Index)
 {
+    const qf::RoutineScope routine(*m_context, "Check1_Click");
     qf::rules::Check1_Click(*m_context, Index);
 }
 
 void qForms::Option1_Click(qint16 Index)
 {
+    const qf::RoutineScope routine(*m_context, "Option1_Click");
     qf::rules::Option1_Click(*m_context, Index);
 }
 
@@ -300,6 +315,11 @@ QString qForms::componentFolder() const
 void qForms::setComponentFolder(const QString& folder)
 {
     m_context->setComponentFolder(folder);
+}
+
+void qForms::setSkipObserver(std::shared_ptr<qf::SkipObserver> observer)
+{
+    m_context->setSkipObserver(std::move(observer));
 }
 
 qf::ControlWidgets& qForms::widgets()

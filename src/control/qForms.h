@@ -1,6 +1,7 @@
 #pragma once
 
 #include "context/ControlWidgets.h"
+#include "context/SkipObserver.h"
 #include "platform/FileDialog.h"
 #include "platform/LanguageTextProvider.h"
 #include "platform/MessageBox.h"
@@ -153,6 +154,10 @@ public:
     // The folder of the control's library file, unless the host set another.
     QString componentFolder() const;
     void setComponentFolder(const QString& folder);
+
+    // Told of every step the routines skip (none by default); the control
+    // behaves the same either way. The game data lint uses it.
+    void setSkipObserver(std::shared_ptr<qf::SkipObserver> observer);
 
     qf::ControlWidgets& widgets();
     const qf::ControlWidgets& widgets() const;

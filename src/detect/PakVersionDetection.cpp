@@ -25,7 +25,7 @@ QString detectPakVersion(ControlContext& context, const QString& strBase)
     // A folder that does not exist lists nothing, so the game list files of
     // the folder the list showed before are not taken for this game's.
     bool listed = false;
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         lstAVA.setPath(datapaths::gameListFolder(context.strAppPath, context.strGameName));
         listed = true;
     });
@@ -36,7 +36,7 @@ QString detectPakVersion(ControlContext& context, const QString& strBase)
     const int count = listed ? lstAVA.listCount() : 0;
     // Every file is tried: when several pak files exist, the last listed wins.
     for (int i = 1; i <= count; ++i) {
-        skipOnError([&] { lstAVA.setListIndex(i - 1); });
+        skipOnError(context, {}, [&] { lstAVA.setListIndex(i - 1); });
         const QString listFile = lstAVA.path() + QLatin1Char('\\') + lstAVA.fileName();
         const QString strPakForVersion = profileRead(QStringLiteral("PakForVersion"), {}, listFile);
         const QString strPakExtension =
@@ -52,7 +52,8 @@ QString detectPakVersion(ControlContext& context, const QString& strBase)
                                 (endsWithSeparator ? QString() : QStringLiteral("\\")) + strBase +
                                 QLatin1Char('\\') + pakFile;
         bool exists = false;
-        skipOnError([&] { exists = context.languageTextProvider().fileExists(pakPath); });
+        skipOnError(context, {},
+                    [&] { exists = context.languageTextProvider().fileExists(pakPath); });
         if (exists) {
             strVersion = profileRead(QStringLiteral("Version"), QStringLiteral("Error"), listFile);
             trace(QStringLiteral("strVersion > ") + strVersion);

@@ -27,7 +27,8 @@ void switchModWidgets(ControlContext& context, bool enabled)
 
 void trace(ControlContext& context, const QString& message)
 {
-    skipOnError([&] { context.languageTextProvider().trace(message, context.strAppPath); });
+    skipOnError(context, {},
+                [&] { context.languageTextProvider().trace(message, context.strAppPath); });
 }
 
 GameLocation deriveLocation(ControlContext& context)
@@ -71,7 +72,7 @@ std::optional<QString> detectVersion(ControlContext& context, const GameLocation
     // as one.
     const QString program = context.strGamePath + QLatin1Char('\\') + location.applicationName;
     bool found = false;
-    skipOnError([&] { found = context.languageTextProvider().fileExists(program); });
+    skipOnError(context, {}, [&] { found = context.languageTextProvider().fileExists(program); });
     if (!found)
         return std::nullopt;
 
@@ -79,7 +80,7 @@ std::optional<QString> detectVersion(ControlContext& context, const GameLocation
     const QString& type = context.strVersionType;
     if (type == QLatin1String("1")) {
         QString strVersion;
-        skipOnError([&] { strVersion = detectPakVersion(context, location.base); });
+        skipOnError(context, {}, [&] { strVersion = detectPakVersion(context, location.base); });
         if (strVersion.isEmpty())
             return std::nullopt;
         skipOnError(
@@ -89,7 +90,8 @@ std::optional<QString> detectVersion(ControlContext& context, const GameLocation
         skipOnError(
             [&] { strFV = context.languageText(status::TextFoundWithVersion) + strVersion; });
     } else if (type == QLatin1String("0")) {
-        skipOnError([&] { strFV = context.languageText(status::TextFoundWithoutVersion); });
+        skipOnError(context, {},
+                    [&] { strFV = context.languageText(status::TextFoundWithoutVersion); });
     }
     return strFV;
 }
@@ -101,7 +103,7 @@ void qCheckGame(ControlContext& context)
 
     if (context.strGamePath.size() < 3) {
         context.strGameStatusColour = status::NotConfigured.colourName;
-        skipOnError([&] {
+        skipOnError(context, {}, [&] {
             w.lblStatus.setCaption(
                 statusLine(context, context.languageText(status::TextNotConfigured)));
         });
@@ -118,7 +120,7 @@ void qCheckGame(ControlContext& context)
     if (!strFV) {
         context.strGameStatusColour = status::NotFound.colourName;
         w.lblStatus.setForeColor(status::NotFound.textColour);
-        skipOnError([&] {
+        skipOnError(context, {}, [&] {
             w.lblStatus.setCaption(statusLine(context, context.languageText(status::TextNotFound)));
         });
         trace(context, QStringLiteral("strFV > ") + w.lblStatus.caption());
@@ -132,8 +134,8 @@ void qCheckGame(ControlContext& context)
     trace(context, QStringLiteral("strFV > ") + *strFV);
     if (context.bolUseModSelection) {
         switchModWidgets(context, true);
-        skipOnError([&] { mods::qScanForMods(context); });
-        skipOnError([&] { mods::qModInit(context); });
+        skipOnError(context, {}, [&] { mods::qScanForMods(context); });
+        skipOnError(context, {}, [&] { mods::qModInit(context); });
     }
 }
 

@@ -45,7 +45,8 @@ void cmdBrowse_Click(ControlContext& context)
             }
             return;
         }
-    } catch (const Error&) {
+    } catch (const Error& error) {
+        context.reportSkip({}, error.message());
     }
 }
 

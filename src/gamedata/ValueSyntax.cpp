@@ -195,4 +195,10 @@ std::vector<ItemListStep> parseItemList(const QString& value)
     return steps;
 }
 
+QString itemListTail(const QString& value)
+{
+    const qsizetype last = value.lastIndexOf(u";;");
+    return last < 0 ? value : value.sliced(last + 2);
+}
+
 } // namespace qf::syntax

@@ -55,4 +55,8 @@ struct ItemListStep {
 // before it once for each extra semicolon.
 std::vector<ItemListStep> parseItemList(const QString& value);
 
+// The text after the last ";;" of an item list (the whole value without one),
+// which parseItemList ignores.
+QString itemListTail(const QString& value);
+
 } // namespace qf::syntax

@@ -65,7 +65,7 @@ void comModSelect_Click(ControlContext& context)
     auto& w = context.widgets;
     const QString modName = w.comModSelect.text();
     if (modName.isEmpty()) {
-        skipOnError([&] { w.chkModCheck.setValue(CheckBox::Unchecked); });
+        skipOnError(context, {}, [&] { w.chkModCheck.setValue(CheckBox::Unchecked); });
         w.chkModCheck.setEnabled(false);
         w.lblModName.setCaption(QStringLiteral(" /"));
         return;
@@ -73,7 +73,7 @@ void comModSelect_Click(ControlContext& context)
     w.chkModCheck.setEnabled(true);
 
     QString description;
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         const QString path =
             context.strGamePath + QLatin1Char('\\') + modName + QStringLiteral("\\description.txt");
         if (context.languageTextProvider().fileExists(path))
@@ -84,14 +84,14 @@ void comModSelect_Click(ControlContext& context)
     w.lblModName.setCaption(description + QLatin1Char(' '));
 
     if (w.comModSelect.listIndex() >= 1)
-        skipOnError([&] { w.chkModCheck.setValue(CheckBox::Checked); });
+        skipOnError(context, {}, [&] { w.chkModCheck.setValue(CheckBox::Checked); });
 }
 
 void qSelectMod(ControlContext& context)
 {
     auto& w = context.widgets;
     QString storedName;
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         storedName = context.settingsStore().readValue(settings::Application, context.strGameName,
                                                        settings::ModName, QString());
     });
@@ -99,12 +99,12 @@ void qSelectMod(ControlContext& context)
 
     const int count = w.comModSelect.listCount();
     for (int i = 0; i < count; ++i) {
-        skipOnError([&] { w.comModSelect.setListIndex(i); });
+        skipOnError(context, {}, [&] { w.comModSelect.setListIndex(i); });
         if (w.comModSelect.text().toLower() == lowerStoredName)
             return;
     }
     // On an empty list this fails too, and nothing changes.
-    skipOnError([&] { w.comModSelect.setListIndex(0); });
+    skipOnError(context, {}, [&] { w.comModSelect.setListIndex(0); });
 }
 
 } // namespace qf::mods

@@ -37,8 +37,8 @@ void ListModFolders(ControlContext& context, QString& folder, const QString& bas
     // The listing leaves out "." and "..". A folder that cannot be listed
     // yields no names, and the list holds only the no-mod entry.
     QStringList names;
-    skipOnError([&] { names = paths::listEntries(folder); });
-    skipOnError([&] { AddModEntry(context, QString()); });
+    skipOnError(context, {}, [&] { names = paths::listEntries(folder); });
+    skipOnError(context, {}, [&] { AddModEntry(context, QString()); });
 
     // Resolved once: folder + name would resolve every upper-cased component
     // again for each name, listing each parent folder.
@@ -51,7 +51,7 @@ void ListModFolders(ControlContext& context, QString& folder, const QString& bas
         // A failed listing leaves lstFiles on its old folder, whose count must
         // not be taken for this one.
         bool hasPakFiles = false;
-        skipOnError([&] {
+        skipOnError(context, {}, [&] {
             w.lstFiles.setPath(candidate);
             hasPakFiles = w.lstFiles.listCount() > 0;
         });
@@ -59,10 +59,10 @@ void ListModFolders(ControlContext& context, QString& folder, const QString& bas
             continue;
         if (name.toLower() == lowerBaseName)
             continue;
-        skipOnError([&] { AddModEntry(context, name); });
+        skipOnError(context, {}, [&] { AddModEntry(context, name); });
     }
 
-    skipOnError([&] { w.comModSelect.setListIndex(0); });
+    skipOnError(context, {}, [&] { w.comModSelect.setListIndex(0); });
 }
 
 } // namespace
@@ -93,7 +93,7 @@ void qModInit(ControlContext& context)
     // A file check that fails is a skipped step, as every failing step here:
     // only a check that answers "no file" ends the call.
     bool programExists = true;
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         programExists = context.languageTextProvider().fileExists(
             context.strGamePath + QLatin1Char('\\') + context.strGameApplication);
     });

@@ -29,14 +29,19 @@ constexpr std::array<Keyword, 8> Keywords = {{
 
 } // namespace
 
-std::optional<VisualFunctionRule> VisualFunctionRule::parse(const QString& tag)
+std::optional<VisualFunctionRule> VisualFunctionRule::parse(const QString& tag, QString* whyNot)
 {
-    if (tag.isEmpty())
+    const auto none = [&](const QString& reason) -> std::optional<VisualFunctionRule> {
+        if (whyNot)
+            *whyNot = reason;
         return std::nullopt;
+    };
+    if (tag.isEmpty())
+        return none({});
     const qsizetype separator = tag.indexOf(QLatin1String(";;"));
     // Without ";;" there is no index to read; the click then does nothing.
     if (separator < 0)
-        return std::nullopt;
+        return none(QStringLiteral("no \";;\" between target and keyword: the rule never fires"));
     // The whole rest is the keyword, so a second rule behind it matches none.
     const QString keyword = tag.mid(separator + 2);
 
@@ -55,20 +60,23 @@ std::optional<VisualFunctionRule> VisualFunctionRule::parse(const QString& tag)
         target = Target::Combo;
         wordLength = 5;
     } else {
-        return std::nullopt;
+        return none(QStringLiteral("the target is not a check box, option button or combo: "
+                                   "the rule never fires"));
     }
     if (separator < wordLength)
-        return std::nullopt;
+        return none(QStringLiteral("no target index before \";;\": the rule never fires"));
 
     for (const Keyword& candidate : Keywords) {
         if (keyword != candidate.text)
             continue;
         if (target == Target::Combo && !candidate.appliesToCombo)
-            return std::nullopt;
+            return none(QStringLiteral("\"%1\" sets a value, which a combo does not have: the "
+                                       "rule does nothing")
+                            .arg(keyword));
         return VisualFunctionRule{target, tag.mid(wordLength, separator - wordLength),
                                   candidate.when, candidate.action};
     }
-    return std::nullopt;
+    return none(QStringLiteral("\"%1\" is not a rule keyword: the rule never fires").arg(keyword));
 }
 
 } // namespace qf

@@ -21,7 +21,8 @@ struct VisualFunctionRule {
     // The rule in a Tag; none for an empty Tag, an unknown target word, a Tag
     // without ";;" or with an index missing before it, and a keyword that is
     // not one for the target's kind.
-    static std::optional<VisualFunctionRule> parse(const QString& tag);
+    // whyNot, when given, receives the reason for none (empty for an empty Tag).
+    static std::optional<VisualFunctionRule> parse(const QString& tag, QString* whyNot = nullptr);
 };
 
 } // namespace qf

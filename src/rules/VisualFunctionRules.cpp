@@ -29,10 +29,16 @@ private:
     int& m_depth;
 };
 
-// isOn is empty for a greyed check box, which fires no rule.
-void applyVisualFunction(ControlContext& context, const QString& tag, std::optional<bool> isOn)
+// isOn is empty for a greyed check box, which fires no rule. `widget` names
+// the clicked element ("Check1(2)") for the skip reports.
+void applyVisualFunction(ControlContext& context, const QString& widget, const QString& tag,
+                         std::optional<bool> isOn)
 {
-    const auto rule = VisualFunctionRule::parse(tag);
+    const StepSite site{0, widget, tag};
+    QString whyNot;
+    const auto rule = VisualFunctionRule::parse(tag, context.skipObserver() ? &whyNot : nullptr);
+    if (!rule && !whyNot.isEmpty())
+        context.reportSkip(site, whyNot);
     if (!rule || !isOn)
         return;
     if (*isOn != (rule->when == VisualFunctionRule::When::On))
@@ -43,9 +49,15 @@ void applyVisualFunction(ControlContext& context, const QString& tag, std::optio
     int index;
     try {
         index = syntax::toInt16(rule->indexText);
-    } catch (const Error&) {
+    } catch (const Error& error) {
+        context.reportSkip(site, error.message() + QStringLiteral(": the rule does nothing"));
         return;
     }
+    const auto noTarget = [&](const char* array) {
+        context.reportSkip(site, QStringLiteral("there is no %1(%2): the rule does nothing")
+                                     .arg(QLatin1String(array))
+                                     .arg(index));
+    };
     auto& w = context.widgets;
     using Action = VisualFunctionRule::Action;
     using Target = VisualFunctionRule::Target;
@@ -54,7 +66,7 @@ void applyVisualFunction(ControlContext& context, const QString& tag, std::optio
     switch (rule->target) {
     case Target::CheckBox:
         if (!w.Check1.exists(index))
-            return;
+            return noTarget("Check1");
         if (rule->action == Action::Check || rule->action == Action::Uncheck)
             w.Check1.at(index).setValue(rule->action == Action::Check ? CheckBox::Checked
                                                                       : CheckBox::Unchecked);
@@ -63,15 +75,16 @@ void applyVisualFunction(ControlContext& context, const QString& tag, std::optio
         break;
     case Target::OptionButton:
         if (!w.Option1.exists(index))
-            return;
+            return noTarget("Option1");
         if (rule->action == Action::Check || rule->action == Action::Uncheck)
             w.Option1.at(index).setValue(rule->action == Action::Check);
         else
             w.Option1.at(index).setEnabled(rule->action == Action::Enable);
         break;
     case Target::Combo:
-        if (w.Combo1.exists(index))
-            w.Combo1.at(index).setEnabled(rule->action == Action::Enable);
+        if (!w.Combo1.exists(index))
+            return noTarget("Combo1");
+        w.Combo1.at(index).setEnabled(rule->action == Action::Enable);
         break;
     }
 }
@@ -87,13 +100,14 @@ void Check1_Click(ControlContext& context, qint16 Index)
         isOn = true;
     else if (box.value() == CheckBox::Unchecked)
         isOn = false;
-    applyVisualFunction(context, box.tag(), isOn);
+    applyVisualFunction(context, QStringLiteral("Check1(%1)").arg(Index), box.tag(), isOn);
 }
 
 void Option1_Click(ControlContext& context, qint16 Index)
 {
     const OptionButton& button = context.widgets.Option1.at(Index);
-    applyVisualFunction(context, button.tag(), button.value());
+    applyVisualFunction(context, QStringLiteral("Option1(%1)").arg(Index), button.tag(),
+                        button.value());
 }
 
 } // namespace qf::rules

@@ -8,11 +8,11 @@ namespace qf::settings {
 void showConfigFolder(ControlContext& context)
 {
     auto& w = context.widgets;
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         w.lstConfig.setPath(
             datapaths::configFolder(context.componentFolder(), context.strGameName));
     });
-    skipOnError([&] { w.lstConfig.setListIndex(0); });
+    skipOnError(context, {}, [&] { w.lstConfig.setListIndex(0); });
 }
 
 void cmdEdit_Click(ControlContext& context)

@@ -20,28 +20,29 @@ void qLoadSettings(ControlContext& context)
     };
 
     // A changed text runs the game check now, with the restored folder.
-    skipOnError([&] {
+    skipOnError(context, {}, [&] {
         context.strGamePath = stored(Path, QString());
         w.txtPath.setText(context.strGamePath);
     });
 
     if (context.bolUseAdditionalCommandLineParameters)
-        skipOnError([&] { w.txtCLP.setText(stored(CommandLineParameters, QString())); });
+        skipOnError(context, {},
+                    [&] { w.txtCLP.setText(stored(CommandLineParameters, QString())); });
 
     if (context.bolUseConfigs) {
         const QString folder = datapaths::configFolder(context.strAppPath, context.strGameName);
-        skipOnError([&] { w.lstConfig.setPath(folder); });
+        skipOnError(context, {}, [&] { w.lstConfig.setPath(folder); });
         QString configName;
-        skipOnError([&] { configName = stored(ConfigName, QString()); });
-        skipOnError([&] {
+        skipOnError(context, {}, [&] { configName = stored(ConfigName, QString()); });
+        skipOnError(context, {}, [&] {
             if (!context.languageTextProvider().fileExists(folder + u'\\' + configName)) {
-                skipOnError([&] { w.lstConfig.setListIndex(0); });
+                skipOnError(context, {}, [&] { w.lstConfig.setListIndex(0); });
                 return;
             }
             // Position by position, comparing case and all: a name that differs
             // only in case leaves the last file selected.
             for (int p = 0; p < w.lstConfig.listCount(); ++p) {
-                skipOnError([&] { w.lstConfig.setListIndex(p); });
+                skipOnError(context, {}, [&] { w.lstConfig.setListIndex(p); });
                 if (w.lstConfig.fileName() == configName)
                     break;
             }
@@ -49,38 +50,56 @@ void qLoadSettings(ControlContext& context)
     }
 
     if (context.bolUseModSelection)
-        skipOnError([&] { mods::qModInit(context); });
+        skipOnError(context, {}, [&] { mods::qModInit(context); });
 
     gd::forEachEntry(context, [&](int entry) {
+        const QString indexText =
+            gd::customControlRead(context, entry, gd::Index, QStringLiteral("1")).toLower();
+        qint16 index = 0;
+        try {
+            index = syntax::toInt16(indexText);
+        } catch (const Error& error) {
+            context.reportSkip({entry, gd::Index, indexText}, error.message());
+            return;
+        }
+        const QString controlKey = gd::customControlRead(context, entry, gd::ControlKey, QString());
+        const QString type = gd::customControlRead(context, entry, gd::Type, QString()).toLower();
+        const QString entryDefault =
+            gd::customControlRead(context, entry, gd::ControlDefaultValue, QStringLiteral("0"))
+                .toLower();
         // Setting a value raises the widget's click, so its rule runs now and
         // an entry restored later can change a widget restored earlier.
-        skipOnError([&] {
-            const qint16 index = syntax::toInt16(
-                gd::customControlRead(context, entry, gd::Index, QStringLiteral("1")).toLower());
-            const QString controlKey =
-                gd::customControlRead(context, entry, gd::ControlKey, QString());
-            const QString type =
-                gd::customControlRead(context, entry, gd::Type, QString()).toLower();
-            const QString entryDefault =
-                gd::customControlRead(context, entry, gd::ControlDefaultValue, QStringLiteral("0"))
-                    .toLower();
-            switch (gd::kindOf(type)) {
-            case gd::Kind::CheckBox:
-                w.Check1.at(index).setValue(syntax::toInt16(stored(controlKey, entryDefault)));
-                break;
-            case gd::Kind::OptionButton:
-                w.Option1.at(index).setValue(syntax::toBoolean(stored(controlKey, entryDefault)));
-                break;
-            case gd::Kind::Combo:
-                w.Combo1.at(index).setText(stored(controlKey, QStringLiteral("0")));
-                break;
-            case gd::Kind::Text:
-                w.Text1.at(index).setText(stored(controlKey, entryDefault));
-                break;
-            default:
-                break;
-            }
-        });
+        const auto restore = [&](auto& array, const auto& set,
+                                 const StepSite& valueSite = StepSite{}) {
+            decltype(&array.at(0)) widget = nullptr;
+            skipOnError(context, {entry, gd::Index, indexText}, [&] { widget = &array.at(index); });
+            const StepSite defaultSite{entry, gd::ControlDefaultValue, entryDefault};
+            if (widget)
+                skipOnError(context, valueSite.key.isNull() ? defaultSite : valueSite,
+                            [&] { set(*widget); });
+        };
+        switch (gd::kindOf(type)) {
+        case gd::Kind::CheckBox:
+            return restore(w.Check1, [&](CheckBox& box) {
+                box.setValue(syntax::toInt16(stored(controlKey, entryDefault)));
+            });
+        case gd::Kind::OptionButton:
+            return restore(w.Option1, [&](OptionButton& button) {
+                button.setValue(syntax::toBoolean(stored(controlKey, entryDefault)));
+            });
+        case gd::Kind::Combo:
+            // The stored name or "0", which is rarely an entry: no news, so
+            // reported under ControlKey rather than as a bad default.
+            return restore(
+                w.Combo1,
+                [&](ComboBox& combo) { combo.setText(stored(controlKey, QStringLiteral("0"))); },
+                {entry, gd::ControlKey, controlKey});
+        case gd::Kind::Text:
+            return restore(w.Text1,
+                           [&](TextBox& text) { text.setText(stored(controlKey, entryDefault)); });
+        default:
+            return;
+        }
     });
 }
 

@@ -6,6 +6,8 @@
 #include "gamedata/ValueSyntax.h"
 #include "settings/Settings.h"
 
+#include <optional>
+
 namespace qf::settings {
 
 void qSaveSettings(ControlContext& context)
@@ -14,7 +16,7 @@ void qSaveSettings(ControlContext& context)
     auto& w = context.widgets;
     // One value per step: a value the store refuses loses only itself.
     const auto save = [&](const QString& key, const auto& value) {
-        skipOnError([&] {
+        skipOnError(context, {0, key, {}}, [&] {
             context.settingsStore().saveValue(Application, context.strGameName, key, value());
         });
     };
@@ -30,15 +32,13 @@ void qSaveSettings(ControlContext& context)
         save(ConfigName, [&] { return w.lstConfig.fileName(); });
 
     gd::forEachEntry(context, [&](int entry) {
-        skipOnError([&] {
-            // All three reads come before any widget is touched.
-            const QString index =
-                gd::customControlRead(context, entry, gd::Index, QStringLiteral("1")).toLower();
-            const QString controlKey =
-                gd::customControlRead(context, entry, gd::ControlKey, QString());
-            const QString type =
-                gd::customControlRead(context, entry, gd::Type, QString()).toLower();
-            QString value;
+        // All three reads come before any widget is touched.
+        const QString index =
+            gd::customControlRead(context, entry, gd::Index, QStringLiteral("1")).toLower();
+        const QString controlKey = gd::customControlRead(context, entry, gd::ControlKey, QString());
+        const QString type = gd::customControlRead(context, entry, gd::Type, QString()).toLower();
+        std::optional<QString> value;
+        skipOnError(context, {entry, gd::Index, index}, [&] {
             switch (gd::kindOf(type)) {
             case gd::Kind::CheckBox:
                 value = QString::number(w.Check1.at(syntax::toInt16(index)).value());
@@ -54,15 +54,19 @@ void qSaveSettings(ControlContext& context)
                 value = w.Text1.at(syntax::toInt16(index)).text();
                 break;
             default:
-                return;
+                break;
             }
-            context.settingsStore().saveValue(Application, context.strGameName, controlKey, value);
         });
+        if (value)
+            skipOnError(context, {entry, gd::ControlKey, controlKey}, [&] {
+                context.settingsStore().saveValue(Application, context.strGameName, controlKey,
+                                                  *value);
+            });
     });
 
     // The one write of the file. When it fails the control goes on; the values
     // stay with the store for its next write.
-    skipOnError([&] { context.settingsStore().sync(); });
+    skipOnError(context, {}, [&] { context.settingsStore().sync(); });
 }
 
 } // namespace qf::settings
