@@ -65,12 +65,24 @@ IniDocument IniDocument::parse(QString text)
     qsizetype pos = 0;
     while (pos < all.size()) {
         qsizetype end = pos;
-        while (end < all.size() && all[end] != u'\n' && all[end] != u'\r')
-            ++end;
+        bool hasNul = false;
+        for (; end < all.size(); ++end) {
+            const char16_t c = all[end].unicode();
+            if (c == u'\n' || c == u'\r')
+                break;
+            hasNul |= c == 0;
+        }
         const QStringView line = trimmed(all.sliced(pos, end - pos));
         pos = end + 1;
         if (line.isEmpty())
             continue;
+        // A NUL ends the name or value it is in, as in a C string.
+        const auto cut = [hasNul](QStringView part) {
+            if (!hasNul)
+                return part;
+            const qsizetype nul = part.indexOf(QChar(0));
+            return nul < 0 ? part : part.first(nul);
+        };
 
         if (line.front() == u'[') {
             const qsizetype close = line.lastIndexOf(u']');
@@ -78,7 +90,7 @@ IniDocument IniDocument::parse(QString text)
                 // Keys of a repeated section are never found, so they are not kept.
                 const qsizetype count = doc.m_sections.size();
                 qsizetype& number =
-                    doc.m_sections[KeyRef{SectionNames, trimmed(line.sliced(1, close - 1))}];
+                    doc.m_sections[KeyRef{SectionNames, cut(trimmed(line.sliced(1, close - 1)))}];
                 if (doc.m_sections.size() == count) {
                     current = Skipped;
                 } else {
@@ -93,11 +105,11 @@ IniDocument IniDocument::parse(QString text)
             continue;
 
         const qsizetype equals = line.indexOf(u'=');
-        KeyRef key{current, line};
+        KeyRef key{current, cut(line)};
         Value value;
         if (equals >= 0) {
-            key.name = trimmed(line.first(equals));
-            value = {trimmed(line.sliced(equals + 1)), true};
+            key.name = cut(trimmed(line.first(equals)));
+            value = {cut(trimmed(line.sliced(equals + 1))), true};
         }
         // The first line of a key name wins, even one without "=".
         const qsizetype count = doc.m_keys.size();

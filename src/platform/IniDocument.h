@@ -25,6 +25,9 @@ size_t caseInsensitiveHash(QStringView text, size_t seed);
 //   matches a real key name;
 // - keys before the first section header belong to a section with an empty
 //   name;
+// - a NUL character ends the name or value it is in, as in the C strings the
+//   Windows functions keep; the rest of its line is ignored, the next line is
+//   read as usual;
 // - names compare without regard to case, and the first section of a name and
 //   the first key of a name within it win: later duplicates are never found.
 class IniDocument {
