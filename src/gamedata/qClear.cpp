@@ -1,5 +1,6 @@
 #include "control/SkipOnError.h"
 #include "control/qForms.h"
+#include "toolkit/UnloadBatch.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ QVariant qForms::qClear()
     strVersionType.clear();
 
     auto& w = *m_widgets;
+    const qf::UnloadBatch batch; // a view takes the widgets down together
     unloadDynamicWidgets(w.Check1);
     unloadDynamicWidgets(w.Frame1);
     unloadDynamicWidgets(w.Option1);
