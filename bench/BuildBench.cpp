@@ -1,5 +1,8 @@
 // qInitCustomControls on game data files of 1000 and 32767 entries that use
-// every widget kind with the keys a real file has, without and with the view.
+// every widget kind with the keys a real file has, without and with the view;
+// and taking such a page down again with the view on screen: qClear, or
+// destroying the view. Both should grow with the number of entries, not its
+// square.
 
 #include "control/qForms.h"
 #include "toolkit/qt/ControlView.h"
@@ -110,7 +113,46 @@ void BM_BuildWithView(benchmark::State& state)
     build(state, true);
 }
 
+enum class TakeDown { Clear, DestroyView };
+
+// One built page per iteration; only taking it down is timed.
+void takeDown(benchmark::State& state, TakeDown how)
+{
+    const int entries = int(state.range(0));
+    const QString host = hostFolder(entries);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto control = std::make_unique<qForms>();
+        control->setAppPath(host);
+        control->setQpQGD(QStringLiteral("game.qgd"));
+        auto view = std::make_unique<qf::ControlView>(*control);
+        control->qInitCustomControls();
+        state.ResumeTiming();
+        if (how == TakeDown::Clear)
+            control->qClear();
+        else
+            view.reset();
+        state.PauseTiming();
+        view.reset();
+        control.reset();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * entries);
+}
+
+void BM_ClearWithView(benchmark::State& state)
+{
+    takeDown(state, TakeDown::Clear);
+}
+
+void BM_DestroyView(benchmark::State& state)
+{
+    takeDown(state, TakeDown::DestroyView);
+}
+
 } // namespace
 
+BENCHMARK(BM_ClearWithView)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DestroyView)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BuildHeadless)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BuildWithView)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);

@@ -1,13 +1,15 @@
 // qSaveSettings and qLoadSettings for a game of 5000 valued widgets (check
 // boxes, option buttons, combos and text boxes in turn), with the settings file
 // in a temporary folder. file_writes counts the writes of the settings file per
-// call: one, whatever the number of values.
+// call: one, whatever the number of values. For scale, the same number of
+// values written and read by a plain QSettings loop over an INI file.
 
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
 
 #include <QDir>
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -98,7 +100,52 @@ void BM_LoadSettings(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * Entries);
 }
 
+QStringList plainKeys()
+{
+    QStringList keys;
+    for (int i = 1; i <= Entries; ++i)
+        keys << QStringLiteral("Value %1").arg(i);
+    return keys;
+}
+
+void BM_PlainQSettingsSave(benchmark::State& state)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("plain.ini"));
+    const QStringList keys = plainKeys();
+    for (auto _ : state) {
+        QSettings settings(file, QSettings::IniFormat);
+        settings.beginGroup(QStringLiteral("Arena"));
+        for (const QString& key : keys)
+            settings.setValue(key, QStringLiteral("high"));
+        settings.endGroup();
+        settings.sync();
+    }
+    state.SetItemsProcessed(state.iterations() * Entries);
+}
+
+void BM_PlainQSettingsLoad(benchmark::State& state)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("plain.ini"));
+    const QStringList keys = plainKeys();
+    {
+        QSettings settings(file, QSettings::IniFormat);
+        for (const QString& key : keys)
+            settings.setValue(QStringLiteral("Arena/") + key, QStringLiteral("high"));
+    }
+    for (auto _ : state) {
+        QSettings settings(file, QSettings::IniFormat);
+        settings.beginGroup(QStringLiteral("Arena"));
+        for (const QString& key : keys)
+            benchmark::DoNotOptimize(settings.value(key));
+    }
+    state.SetItemsProcessed(state.iterations() * Entries);
+}
+
 } // namespace
 
+BENCHMARK(BM_PlainQSettingsSave)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PlainQSettingsLoad)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SaveSettings)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadSettings)->Unit(benchmark::kMillisecond);

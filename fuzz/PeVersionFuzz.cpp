@@ -29,6 +29,7 @@ int main(int argc, char** argv)
     for (bool plus : {false, true}) {
         write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x40000, .fileVersionLS = 40000}));
         write(qf::PeImage({.pe32Plus = plus, .withResources = false}));
+        write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x40000, .resourceName = 2}));
         write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 14}));
         write(qf::PeImage({.pe32Plus = plus, .fileVersionMS = 0x1FFFF, .valueLength = 60}));
         qf::PeImage cyclic({.pe32Plus = plus});

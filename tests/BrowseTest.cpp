@@ -122,7 +122,7 @@ TEST_F(BrowseTest, CancelChangesNothingAndStartsNoCheck)
     EXPECT_EQ(checks, 0);
 
     // A failed title lookup ends the routine before the dialog shows.
-    QFile::remove(host.filePath(QStringLiteral("host/Data/Languages/0.ini")));
+    host.write(QStringLiteral("host/Data/Languages/0.ini"), "[Texts]\n");
     control.cmdBrowse_Click();
     EXPECT_EQ(dialog->shown.size(), 2u);
 }

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -41,7 +42,6 @@ TEST(Cli, ReadPrintsTheProfileValue)
               u"Café\n4\n"_s);
     EXPECT_EQ(runCli({u"read"_s, file, u"Custom Controls"_s, u"none"_s, u"dflt  "_s}).out,
               u"dflt\n"_s);
-    EXPECT_EQ(runCli({u"read"_s, dir.filePath(u"no.qgd"_s), u"a"_s, u"b"_s}).out, u"\n"_s);
     const CliResult cut = runCli({u"read"_s, file, u"Custom Controls"_s, u"Long"_s, u"--length"_s});
     EXPECT_EQ(cut.exitCode, 0);
     EXPECT_EQ(cut.out, QString(1023, u'z') + u"\n1023\n"_s);
@@ -73,6 +73,26 @@ TEST(Cli, VersionPrintsTheProgramsFileVersion)
         qf::PeImage({.pe32Plus = true, .fileVersionMS = 0x0001FFFF, .fileVersionLS = 0x00020003})
             .write(program));
     EXPECT_EQ(runCli({u"version"_s, dir.path() + u"\\GAME.EXE"_s}).out, u"1.65535.2.3\n"_s);
-    EXPECT_EQ(runCli({u"version"_s, dir.filePath(u"missing.exe"_s)}).out, u"0.0.0.0\n"_s);
     EXPECT_EQ(runCli({u"version"_s}).exitCode, 2);
+}
+
+TEST(Cli, MissingFilesAreErrorsAndTheToolTellsItsVersion)
+{
+    QTemporaryDir dir;
+    const QStringList commands[] = {
+        {u"read"_s, dir.filePath(u"no.qgd"_s), u"a"_s, u"b"_s, u"dflt"_s},
+        {u"read"_s, dir.path(), u"a"_s, u"b"_s},
+        {u"version"_s, dir.filePath(u"missing.exe"_s)},
+    };
+    for (const QStringList& args : commands) {
+        const CliResult result = runCli(args);
+        EXPECT_EQ(result.exitCode, 2) << args.join(u' ').toStdString();
+        EXPECT_TRUE(result.out.isEmpty());
+        EXPECT_EQ(result.err, u"qforms: "_s + args.at(1) + u": no such file\n"_s);
+    }
+    const CliResult version = runCli({u"--version"_s});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(
+        QRegularExpression(u"^qforms \\d+\\.\\d+\\.\\d+\n$"_s).match(version.out).hasMatch())
+        << version.out.toStdString();
 }

@@ -184,8 +184,8 @@ TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTr
     control.qCheckGame();
     EXPECT_EQ(seen.size(), 2);
 
-    // Without texts the status line keeps its text but the colour still changes.
-    QFile::remove(host.filePath(QStringLiteral("Data/Languages/0.ini")));
+    // Without its texts the status line keeps its text but the colour still changes.
+    host.writeLanguage(0, "");
     control.widgets().txtPath.setText(QStringLiteral("x"));
     EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("yellow"));
     EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena found"));

@@ -75,3 +75,31 @@ TEST(IniDocument, SurroundingQuotes)
     EXPECT_EQ(doc.value(u"q", u"open"), u"'a"_s);
     EXPECT_EQ(doc.value(u"q", u"plain"), u"a\"b\""_s);
 }
+
+TEST(IniDocument, PositionsOfSectionsAndKeysIncludingThoseLookupsNeverFind)
+{
+    using P = IniDocument::Position;
+    const IniDocument doc =
+        IniDocument::parse(u"top=0\r\n[ A ]\r\n  k = v\r\n\r\nk=dup\rflag\n[a]\nx=1\n[😀B]\n😀y=2"_s);
+    EXPECT_EQ(doc.sectionPosition(u"a"), (P{2, 3}));
+    EXPECT_EQ(doc.keyPosition(u"A", u"K"), (P{3, 3}));
+    EXPECT_EQ(doc.valuePosition(u"A", u"k"), (P{3, 7}));
+    EXPECT_EQ(doc.keyPosition(u"A", u"flag"), (P{6, 1}));
+    EXPECT_EQ(doc.valuePosition(u"A", u"flag"), std::nullopt);
+    EXPECT_EQ(doc.keyPosition(u"A", u"x"), std::nullopt);
+    EXPECT_EQ(doc.sectionPosition(u""), std::nullopt);
+    EXPECT_EQ(doc.valuePosition(u"😀b", u"😀Y"), (P{10, 4}));
+
+    QStringList listed;
+    for (const IniDocument::SectionLines& section : doc.lines()) {
+        const P at = section.namePosition.value_or(P{});
+        listed << u"[%1]@%2:%3"_s.arg(section.name).arg(at.line).arg(at.column);
+        for (const IniDocument::KeyLine& key : section.keys)
+            listed << u"%1=%2@%3:%4"_s.arg(key.name, key.value.value_or(u"<none>"_s))
+                          .arg(key.namePosition.line)
+                          .arg(key.namePosition.column);
+    }
+    EXPECT_EQ(listed, (QStringList{u"[]@0:0"_s, u"top=0@1:1"_s, u"[A]@2:3"_s, u"k=v@3:3"_s,
+                                   u"k=dup@5:1"_s, u"flag=<none>@6:1"_s, u"[a]@7:2"_s, u"x=1@8:1"_s,
+                                   u"[😀B]@9:2"_s, u"😀y=2@10:1"_s}));
+}

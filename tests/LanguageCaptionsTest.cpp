@@ -64,8 +64,8 @@ TEST(LanguageCaptions, AFailingLookupStopsAtItsRowKeepsTheNewIndexAndReachesTheC
     control.setQpLanguageIndex(0);
     const QStringList before = captions(control);
 
-    // Language 2 has no text 026 and language 0 is gone, so row four fails.
-    QFile::remove(host.path() + QStringLiteral("/Data/Languages/0.ini"));
+    // Neither language 2 nor the host's language 0 has text 026, so row four fails.
+    host.writeLanguage(0, "");
     EXPECT_THROW(control.setQpLanguageIndex(2), qf::TextLookupError);
     EXPECT_EQ(control.qpLanguageIndex(), 2);
     const QStringList after = captions(control);

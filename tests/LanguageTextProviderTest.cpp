@@ -58,7 +58,36 @@ TEST(IniLanguageTextProvider, LooksUpLanguageThenLanguageZero)
     EXPECT_THROW(provider.text(u"053"_s, app), TextLookupError);
     EXPECT_THROW(provider.text(u"x053"_s, app), TextLookupError);
     EXPECT_THROW(provider.text(u"-053"_s, app), TextLookupError);
-    EXPECT_THROW(provider.text(u"1053"_s, app + u"/elsewhere"_s), TextLookupError);
+}
+
+TEST(IniLanguageTextProvider, BuiltInTextsStandInOnlyForLanguagesWithoutHostFile)
+{
+    LanguageFolder folder;
+    folder.write(u"0"_s, "[Texts]\n053=Folder\n");
+    IniLanguageTextProvider provider;
+    const QString app = folder.appPath();
+    const QString host0 = IniLanguageTextProvider::languageFile(app, 0);
+
+    EXPECT_EQ(provider.text(u"0053"_s, app), u"Folder"_s);
+    EXPECT_EQ(provider.text(u"1053"_s, app), u": Ordner oder Programm"_s);
+    EXPECT_EQ(provider.text(u"1038"_s, app), u"Durchsuchen..."_s);
+    EXPECT_EQ(provider.text(u"2053"_s, app), u"Folder"_s);
+    EXPECT_EQ(provider.text(u"0038"_s, app + u"/elsewhere"_s), u"Browse..."_s);
+
+    // A failed lookup names every file it looked in.
+    const std::pair<QString, QStringList> failures[] = {
+        {u"0038"_s, {host0}},
+        {u"1999"_s, {IniLanguageTextProvider::builtInFile(1), host0}},
+        {u"2038"_s, {IniLanguageTextProvider::languageFile(app, 2), host0}},
+    };
+    for (const auto& [key, files] : failures) {
+        try {
+            provider.text(key, app);
+            ADD_FAILURE() << key.toStdString();
+        } catch (const TextLookupError& error) {
+            EXPECT_EQ(error.message(), u"No text for key %1 in %2"_s.arg(key, files.join(u", "_s)));
+        }
+    }
 }
 
 TEST(IniLanguageTextProvider, FileCheckAndTrace)

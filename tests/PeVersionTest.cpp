@@ -65,6 +65,22 @@ TEST_F(PeVersion, ReadsFileVersionOfPe32AndPe32Plus)
     }
 }
 
+TEST_F(PeVersion, OnlyTheResourceNamedOneHoldsTheVersion)
+{
+    // The generated image files the decoy 9.9.9.9 under the id after resourceName.
+    const std::pair<quint16, const char16_t*> cases[] = {
+        {1, u"4.0.0.40000"}, {2, u"0.0.0.0"}, {0, u"9.9.9.9"}};
+    for (const auto& [name, version] : cases) {
+        EXPECT_EQ(versionOf(PeImage(
+                      {.fileVersionMS = 0x40000, .fileVersionLS = 40000, .resourceName = name})),
+                  QString::fromUtf16(version))
+            << "named " << name;
+        if (name == 2) {
+            EXPECT_EQ(pe::fileVersionInfoSize(path), 0u);
+        }
+    }
+}
+
 TEST_F(PeVersion, FilesOtherThanVersionedProgramsReadAsZero)
 {
     const auto write = [&](const QString& name, const QByteArray& content) {

@@ -93,6 +93,30 @@ TEST(ProfileReader, CutNeverSplitsSurrogatePair)
     EXPECT_EQ(read(file, u"k"_s).value, QString(1022, u'a'));
 }
 
+TEST(ProfileReader, NulEndsNameOrValueAndTheNextLineReadsAsUsual)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"nul.ini"_s);
+    const char raw[] = "[Sec\0tion] tail\na=x\0y\nb=\"q\0\"\nke\0y=v\nc=after\n[\0]\nhidden=1\n";
+    const QByteArray text(raw, sizeof raw - 1);
+    // The same text as UTF-8, as Windows-1252 (a byte that is not UTF-8) and as UTF-16.
+    const QString wide = QString::fromLatin1(text);
+    const QByteArray utf16(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2);
+    for (const QByteArray& bytes : {text, text + "\xE9=1", "\xFF\xFE" + utf16}) {
+        writeFile(file, bytes);
+        const auto get = [&](const QString& section, const QString& key) {
+            return getPrivateProfileString(section, key, u"-"_s, file).value;
+        };
+        EXPECT_EQ(get(u"sec"_s, u"a"_s), u"x"_s);
+        EXPECT_EQ(get(u"sec"_s, u"b"_s), u"\"q"_s);
+        EXPECT_EQ(get(u"sec"_s, u"ke"_s), u"v"_s);
+        EXPECT_EQ(get(u"sec"_s, u"c"_s), u"after"_s);
+        EXPECT_EQ(get(u"section"_s, u"a"_s), u"-"_s);
+        // "[\0]" names the section before any header, so its keys are never found.
+        EXPECT_EQ(get(QString(), u"hidden"_s), u"-"_s);
+    }
+}
+
 TEST(ProfileReader, DecodesWindowsAndUnicodeFiles)
 {
     EXPECT_EQ(decodeText("caf\xE9 \x80 \x81\x9F"), u"café € \u0081Ÿ"_s);

@@ -92,11 +92,12 @@ PeImage::PeImage(const PeOptions& options)
     if (!options.withResources)
         return;
 
-    // type 3, 16, 24 -> names 1, 2 -> languages 0x409, 0x40C -> data entries
+    // type 3, 16, 24 -> names n, n + 1 -> languages 0x409, 0x40C -> data entries
     QByteArray rsrc;
     const quint32 sub = 0x80000000;
+    const quint32 name = options.resourceName;
     directory(rsrc, {{3, sub | 104}, {16, sub | 40}, {24, sub | 104}});
-    directory(rsrc, {{1, sub | 72}, {2, sub | 128}});
+    directory(rsrc, {{name, sub | 72}, {name + 1, sub | 128}});
     directory(rsrc, {{0x409, 152}, {0x40C, 168}});
     directory(rsrc, {{1, sub | 128}});
     directory(rsrc, {{0x409, 168}});

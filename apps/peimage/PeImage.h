@@ -12,12 +12,13 @@ struct PeOptions {
     quint32 fileVersionLS = 0;
     quint16 valueLength = 52; // wValueLength; the whole record and 0xAB bytes past it follow
     quint32 blockSize = 0;    // pads the version block to this size when larger
+    quint16 resourceName = 1; // the id the version block is filed under
 };
 
 // A small Windows program image with a version resource, and the file offsets
 // of the fields that tests damage. Besides RT_VERSION the resource directory
-// holds two other types, a second name and a second language, all leading to
-// a decoy version block with version 9.9.9.9.
+// holds two other types, a second name (the next id after resourceName) and a
+// second language, all leading to a decoy version block with version 9.9.9.9.
 struct PeImage {
     explicit PeImage(const PeOptions& options = {});
 

@@ -1,6 +1,7 @@
 #include "context/ControlContext.h"
 #include "context/SkipOnError.h"
 #include "gamedata/GameData.h"
+#include "toolkit/UnloadBatch.h"
 
 namespace qf::gamedata {
 
@@ -27,6 +28,7 @@ void qClear(ControlContext& context)
     context.strVersionType.clear();
 
     auto& w = context.widgets;
+    const UnloadBatch batch; // a view takes the widgets down together
     unloadDynamicWidgets(w.Check1);
     unloadDynamicWidgets(w.Frame1);
     unloadDynamicWidgets(w.Option1);

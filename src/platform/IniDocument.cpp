@@ -53,70 +53,168 @@ IniDocument IniDocument::parse(QString text)
     IniDocument doc;
     doc.m_text = std::move(text);
     const QStringView all(doc.m_text);
-    // Every line holds at most one key; spare buckets cost little, rehashing
+    // Every line holds at most one key; spare room costs little, rehashing
     // a large file costs much.
     const qsizetype lineFeeds = all.count(u'\n');
-    doc.m_keys.reserve((lineFeeds > 0 ? lineFeeds : all.count(u'\r')) + 1);
+    const qsizetype lineCount = (lineFeeds > 0 ? lineFeeds : all.count(u'\r')) + 1;
+    doc.m_keys.reserve(lineCount);
+    doc.m_lines.reserve(size_t(lineCount));
 
-    constexpr qsizetype Skipped = -2;
-    qsizetype current = 0;
-    doc.m_sections.insert(KeyRef{SectionNames, {}}, current);
+    doc.m_headers.push_back(Line{});
+    doc.m_sections.insert(KeyRef{SectionNames, {}}, 0);
+    qint32 header = 0;
+    bool repeated = false; // keys of a repeated section are never found
 
     qsizetype pos = 0;
+    qint32 lineNumber = 0;
     while (pos < all.size()) {
         qsizetype end = pos;
-        while (end < all.size() && all[end] != u'\n' && all[end] != u'\r')
-            ++end;
+        bool hasNul = false;
+        for (; end < all.size(); ++end) {
+            const char16_t c = all[end].unicode();
+            if (c == u'\n' || c == u'\r')
+                break;
+            hasNul |= c == 0;
+        }
         const QStringView line = trimmed(all.sliced(pos, end - pos));
-        pos = end + 1;
+        pos = end + (end + 1 < all.size() && all[end] == u'\r' && all[end + 1] == u'\n' ? 2 : 1);
+        ++lineNumber;
         if (line.isEmpty())
             continue;
+        // A NUL ends the name or value it is in, as in a C string.
+        const auto cut = [hasNul](QStringView part) {
+            if (!hasNul)
+                return part;
+            const qsizetype nul = part.indexOf(QChar(0));
+            return nul < 0 ? part : part.first(nul);
+        };
 
         if (line.front() == u'[') {
             const qsizetype close = line.lastIndexOf(u']');
             if (close > 0) {
-                // Keys of a repeated section are never found, so they are not kept.
+                const QStringView name = cut(trimmed(line.sliced(1, close - 1)));
+                header = qint32(doc.m_headers.size());
+                doc.m_headers.push_back(Line{name, {}, lineNumber, header, false});
                 const qsizetype count = doc.m_sections.size();
-                qsizetype& number =
-                    doc.m_sections[KeyRef{SectionNames, trimmed(line.sliced(1, close - 1))}];
-                if (doc.m_sections.size() == count) {
-                    current = Skipped;
-                } else {
-                    number = count;
-                    current = count;
-                }
+                qsizetype& first = doc.m_sections[KeyRef{SectionNames, name}];
+                repeated = doc.m_sections.size() == count;
+                if (!repeated)
+                    first = header;
                 continue;
             }
             // Without "]" the line is read as a key line, as Windows does.
         }
-        if (current == Skipped)
-            continue;
 
         const qsizetype equals = line.indexOf(u'=');
-        KeyRef key{current, line};
-        Value value;
+        Line entry{cut(line), {}, lineNumber, header, false};
         if (equals >= 0) {
-            key.name = trimmed(line.first(equals));
-            value = {trimmed(line.sliced(equals + 1)), true};
+            entry.name = cut(trimmed(line.first(equals)));
+            entry.value = cut(trimmed(line.sliced(equals + 1)));
+            entry.present = true;
         }
+        doc.m_lines.push_back(entry);
+        if (repeated)
+            continue;
         // The first line of a key name wins, even one without "=".
         const qsizetype count = doc.m_keys.size();
-        Value& slot = doc.m_keys[key];
+        Value& slot = doc.m_keys[KeyRef{header, entry.name}];
         if (doc.m_keys.size() != count)
-            slot = value;
+            slot = Value{entry.value, qint32(doc.m_lines.size() - 1), entry.present};
     }
     return doc;
 }
 
+std::optional<qsizetype> IniDocument::findSection(QStringView section) const
+{
+    const auto it = m_sections.constFind(KeyRef{SectionNames, trimmed(section)});
+    if (it == m_sections.cend())
+        return std::nullopt;
+    return *it;
+}
+
+const IniDocument::Line* IniDocument::findKey(QStringView section, QStringView key) const
+{
+    const std::optional<qsizetype> header = findSection(section);
+    if (!header)
+        return nullptr;
+    const auto it = m_keys.constFind(KeyRef{*header, trimmed(key)});
+    return it == m_keys.cend() ? nullptr : &m_lines[size_t(it->line)];
+}
+
 std::optional<QString> IniDocument::rawValue(QStringView section, QStringView key) const
 {
-    const auto sectionIt = m_sections.constFind(KeyRef{SectionNames, trimmed(section)});
-    if (sectionIt == m_sections.cend())
+    const std::optional<qsizetype> header = findSection(section);
+    if (!header)
         return std::nullopt;
-    const auto keyIt = m_keys.constFind(KeyRef{*sectionIt, trimmed(key)});
+    const auto keyIt = m_keys.constFind(KeyRef{*header, trimmed(key)});
     if (keyIt == m_keys.cend() || !keyIt->present)
         return std::nullopt;
     return keyIt->text.toString();
+}
+
+IniDocument::Position IniDocument::positionOf(const Line& line, QStringView text) const
+{
+    const QStringView all(m_text);
+    const qsizetype at = text.data() - all.data();
+    qsizetype start = at;
+    while (start > 0 && all[start - 1] != u'\n' && all[start - 1] != u'\r')
+        --start;
+    const QStringView before = all.sliced(start, at - start);
+    qsizetype pairs = 0;
+    for (qsizetype i = 1; i < before.size(); ++i)
+        pairs += before[i].isLowSurrogate() && before[i - 1].isHighSurrogate();
+    return {line.lineNumber, int(before.size() - pairs) + 1};
+}
+
+std::optional<IniDocument::Position> IniDocument::sectionPosition(QStringView section) const
+{
+    const std::optional<qsizetype> header = findSection(section);
+    if (!header || *header == 0)
+        return std::nullopt;
+    const Line& line = m_headers[size_t(*header)];
+    return positionOf(line, line.name);
+}
+
+std::optional<IniDocument::Position> IniDocument::keyPosition(QStringView section,
+                                                              QStringView key) const
+{
+    const Line* line = findKey(section, key);
+    if (!line)
+        return std::nullopt;
+    return positionOf(*line, line->name);
+}
+
+std::optional<IniDocument::Position> IniDocument::valuePosition(QStringView section,
+                                                                QStringView key) const
+{
+    const Line* line = findKey(section, key);
+    if (!line || !line->present)
+        return std::nullopt;
+    return positionOf(*line, line->value);
+}
+
+QList<IniDocument::SectionLines> IniDocument::lines() const
+{
+    QList<SectionLines> sections;
+    sections.reserve(qsizetype(m_headers.size()));
+    for (size_t i = 0; i < m_headers.size(); ++i) {
+        const Line& header = m_headers[i];
+        sections.append(
+            SectionLines{header.name.toString(),
+                         i == 0 ? std::nullopt : std::optional(positionOf(header, header.name)),
+                         {}});
+    }
+    for (const Line& line : m_lines) {
+        KeyLine key{line.name.toString(), std::nullopt, positionOf(line, line.name), std::nullopt};
+        if (line.present) {
+            key.value = line.value.toString();
+            key.valuePosition = positionOf(line, line.value);
+        }
+        sections[line.header].keys.append(std::move(key));
+    }
+    if (sections.front().keys.isEmpty())
+        sections.removeFirst();
+    return sections;
 }
 
 std::optional<QString> IniDocument::value(QStringView section, QStringView key) const

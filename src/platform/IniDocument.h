@@ -4,7 +4,10 @@
 #include <QString>
 #include <QStringView>
 
+#include <QList>
+
 #include <optional>
+#include <vector>
 
 namespace qf {
 
@@ -25,10 +28,36 @@ size_t caseInsensitiveHash(QStringView text, size_t seed);
 //   matches a real key name;
 // - keys before the first section header belong to a section with an empty
 //   name;
+// - a NUL character ends the name or value it is in, as in the C strings the
+//   Windows functions keep; the rest of its line is ignored, the next line is
+//   read as usual;
 // - names compare without regard to case, and the first section of a name and
 //   the first key of a name within it win: later duplicates are never found.
 class IniDocument {
 public:
+    // Where a name or value starts in the file: 1-based line and column, the
+    // column counted in characters (code points).
+    struct Position {
+        int line = 0;
+        int column = 0;
+        bool operator==(const Position&) const = default;
+    };
+
+    // A key line as written, for tools that report on the file itself.
+    struct KeyLine {
+        QString name;
+        std::optional<QString> value; // nullopt for a line without "="
+        Position namePosition;
+        std::optional<Position> valuePosition;
+    };
+
+    // A section header and the key lines under it, in file order.
+    struct SectionLines {
+        QString name;
+        std::optional<Position> namePosition; // nullopt for the lines before any header
+        QList<KeyLine> keys;
+    };
+
     // Keeps the text: names and values are looked up in place, so a file of
     // 300,000 keys costs no allocation per key.
     static IniDocument parse(QString text);
@@ -44,6 +73,17 @@ public:
     // Removes a pair of double or single quotes that starts and ends the text;
     // text like "a' or a lone " stays as it is.
     static QString stripQuotes(const QString& text);
+
+    // Where the name of the section header that lookups find, or of the key
+    // line that lookups find, starts; nullopt when there is none. A key line
+    // without "=" has a position but no value position.
+    std::optional<Position> sectionPosition(QStringView section) const;
+    std::optional<Position> keyPosition(QStringView section, QStringView key) const;
+    std::optional<Position> valuePosition(QStringView section, QStringView key) const;
+
+    // Every section header and key line, including the duplicates lookups never
+    // find; the nameless section before the first header only when it has keys.
+    QList<SectionLines> lines() const;
 
 private:
     // A key of a section, its name compared without regard to case.
@@ -61,14 +101,32 @@ private:
     };
     struct Value {
         QStringView text;
+        qint32 line = 0;      // index into m_lines
         bool present = false; // false for a key line without "="
     };
+    // A header or key line: where it is, and for a key line its value.
+    struct Line {
+        QStringView name;
+        QStringView value;
+        qint32 lineNumber = 0;
+        qint32 header = 0; // index into m_headers of its section
+        bool present = false;
+    };
+
+    std::optional<qsizetype> findSection(QStringView section) const;
+    const Line* findKey(QStringView section, QStringView key) const;
+    Position positionOf(const Line& line, QStringView text) const;
 
     QString m_text;
-    // Section name (under section -1) -> number of its first occurrence.
+    // Section name (under section -1) -> header of its first occurrence.
     QHash<KeyRef, qsizetype> m_sections;
-    // Key name under that number -> value of its first line.
+    // Key name under that header -> value of its first line.
     QHash<KeyRef, Value> m_keys;
+    // Header lines in file order; the first one stands for the lines before
+    // any header and has no line of its own.
+    std::vector<Line> m_headers;
+    // Key lines in file order, duplicates and those of repeated sections too.
+    std::vector<Line> m_lines;
 };
 
 // The blanks the Windows profile functions trim around lines, names and values.

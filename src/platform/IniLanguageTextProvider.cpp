@@ -3,19 +3,54 @@
 #include "platform/Errors.h"
 #include "platform/Paths.h"
 #include "platform/ProfileReader.h"
+#include "platform/TextDecoding.h"
 #include "platform/TraceCategory.h"
 
+#include <QFile>
+#include <QStringList>
+
+#include <iterator>
+#include <memory>
 #include <optional>
 
 namespace qf {
 
 namespace {
 
-std::optional<QString> lookUp(const QString& file, const QString& textNumber)
+std::shared_ptr<const IniDocument> parseResource(const QString& path)
 {
-    const auto document = loadProfile(file);
-    if (!document)
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return nullptr;
+    return std::make_shared<const IniDocument>(IniDocument::parse(decodeText(file.readAll())));
+}
+
+// The texts the library carries for the languages it knows, used when a host
+// ships no file for one.
+std::shared_ptr<const IniDocument> builtInTexts(qint64 language)
+{
+    static const std::shared_ptr<const IniDocument> documents[] = {
+        parseResource(IniLanguageTextProvider::builtInFile(0)),
+        parseResource(IniLanguageTextProvider::builtInFile(1)),
+    };
+    return language >= 0 && language < qint64(std::size(documents)) ? documents[language] : nullptr;
+}
+
+// Looks the text up in the host's file of the language, or in the built-in
+// texts when the host has no such file; notes where it looked.
+std::optional<QString> lookUp(const QString& appPath, qint64 language, const QString& textNumber,
+                              QStringList& lookedIn)
+{
+    const QString hostFile = IniLanguageTextProvider::languageFile(appPath, language);
+    std::shared_ptr<const IniDocument> document = loadProfile(hostFile);
+    if (document) {
+        lookedIn << hostFile;
+    } else if ((document = builtInTexts(language))) {
+        lookedIn << IniLanguageTextProvider::builtInFile(language);
+    } else {
+        lookedIn << hostFile;
         return std::nullopt;
+    }
     return document->value(u"Texts", textNumber);
 }
 
@@ -60,13 +95,20 @@ QString IniLanguageTextProvider::text(const QString& textKey, const QString& app
         throw notAKey();
     const QString textNumber = textKey.right(3);
 
-    if (auto found = lookUp(languageFile(appPath, language), textNumber))
+    QStringList lookedIn;
+    if (auto found = lookUp(appPath, language, textNumber, lookedIn))
         return *found;
     if (language != 0) {
-        if (auto found = lookUp(languageFile(appPath, 0), textNumber))
+        if (auto found = lookUp(appPath, 0, textNumber, lookedIn))
             return *found;
     }
-    throw TextLookupError(QStringLiteral("No text for key %1").arg(textKey));
+    throw TextLookupError(QStringLiteral("No text for key %1 in %2")
+                              .arg(textKey, lookedIn.join(QStringLiteral(", "))));
+}
+
+QString IniLanguageTextProvider::builtInFile(qint64 languageIndex)
+{
+    return QStringLiteral(":/qforms/Languages/%1.ini").arg(languageIndex);
 }
 
 void IniLanguageTextProvider::trace(const QString& message, const QString& appPath)

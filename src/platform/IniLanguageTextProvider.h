@@ -5,9 +5,10 @@
 namespace qf {
 
 // Texts from UTF-8 INI files <appPath>/Data/Languages/<language index>.ini,
-// section [Texts], keyed by the three-digit text number ("053=..."). A text
-// missing in its language comes from language 0. Trace messages go to the
-// logging category "qforms.trace".
+// section [Texts], keyed by the three-digit text number ("053=..."). For a
+// language the host has no file of, the library's own English (0) and German
+// (1) texts stand in. A text missing in its language comes from language 0.
+// Trace messages go to the logging category "qforms.trace".
 class IniLanguageTextProvider : public LanguageTextProvider {
 public:
     bool fileExists(const QString& path) override;
@@ -16,6 +17,9 @@ public:
 
     // The file that holds the texts of a language.
     static QString languageFile(const QString& appPath, qint64 languageIndex);
+
+    // The library's own texts of a language, as a Qt resource path.
+    static QString builtInFile(qint64 languageIndex);
 };
 
 } // namespace qf

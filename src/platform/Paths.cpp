@@ -13,12 +13,58 @@ namespace qf::paths {
 
 namespace {
 
-std::optional<struct stat> statPath(const QString& path)
+std::optional<struct stat> statNative(const QByteArray& path)
 {
     struct stat st {};
-    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
+    if (::stat(path.constData(), &st) != 0)
         return std::nullopt;
     return st;
+}
+
+std::optional<struct stat> statPath(const QString& path)
+{
+    return statNative(QFile::encodeName(path));
+}
+
+// A path in normal form, and its bytes for the system.
+struct PreparedPath {
+    QString normalized;
+    QByteArray native;
+};
+
+// The control reads every value through the same few paths: their normal form
+// and its bytes are kept, so a read costs one lookup and one stat() instead of
+// rebuilding both. What the path names is never kept here.
+class PreparedPathCache {
+public:
+    PreparedPath find(const QString& path)
+    {
+        {
+            std::lock_guard lock(m_mutex);
+            const auto it = m_entries.constFind(path);
+            if (it != m_entries.cend())
+                return *it;
+        }
+        PreparedPath prepared;
+        prepared.normalized = normalize(path);
+        prepared.native = QFile::encodeName(prepared.normalized);
+        std::lock_guard lock(m_mutex);
+        if (m_entries.size() >= MaxEntries)
+            m_entries.clear();
+        m_entries.insert(path, prepared);
+        return prepared;
+    }
+
+private:
+    static constexpr qsizetype MaxEntries = 256;
+    std::mutex m_mutex;
+    QHash<QString, PreparedPath> m_entries;
+};
+
+PreparedPathCache& preparedPathCache()
+{
+    static PreparedPathCache cache;
+    return cache;
 }
 
 QString joinPath(const QString& base, const QString& rest)
@@ -153,29 +199,32 @@ QString resolveFolder(const QString& folder)
 
 QString normalize(const QString& path)
 {
-    QString result;
-    result.reserve(path.size());
+    QString result(path.size(), Qt::Uninitialized);
+    QChar* const begin = result.data();
+    QChar* out = begin;
     for (const QChar c : path) {
-        const bool separator = c == u'/' || c == u'\\';
-        if (separator) {
-            if (!result.endsWith(u'/'))
-                result.append(u'/');
+        if (c == u'/' || c == u'\\') {
+            if (out == begin || out[-1] != u'/')
+                *out++ = u'/';
         } else {
-            result.append(c);
+            *out++ = c;
         }
     }
-    if (result.size() > 1 && result.endsWith(u'/'))
-        result.chop(1);
+    qsizetype size = out - begin;
+    if (size > 1 && begin[size - 1] == u'/')
+        --size;
+    result.truncate(size);
     return result;
 }
 
 QString resolve(const QString& path, std::optional<struct stat>& st)
 {
-    const QString normalized = normalize(path);
+    const PreparedPath prepared = preparedPathCache().find(path);
+    const QString& normalized = prepared.normalized;
     st.reset();
     if (normalized.isEmpty())
         return normalized;
-    st = statPath(normalized);
+    st = statNative(prepared.native);
     if (st)
         return normalized;
 

@@ -31,6 +31,7 @@ constexpr quint64 DirectoryEntrySize = 8;
 constexpr quint64 DataEntrySize = 16;
 constexpr quint32 SubdirectoryFlag = 0x80000000;
 constexpr quint32 RtVersion = 16;
+constexpr quint32 VsVersionInfo = 1;
 
 // True when [offset, offset + length) lies inside [0, limit); cannot overflow.
 bool fits(quint64 offset, quint64 length, quint64 limit)
@@ -258,8 +259,14 @@ std::optional<ResourceData> findVersionResource(ByteSource& source)
     if (type == types->end() || !(type->target & SubdirectoryFlag))
         return std::nullopt;
 
-    const auto name = firstEntry(image, type->target & ~SubdirectoryFlag);
-    if (!name || !(name->target & SubdirectoryFlag))
+    // Only the name VS_VERSION_INFO (id 1) holds version information; a version
+    // resource under any other name or a string name is not looked at.
+    const auto names = readDirectory(image, type->target & ~SubdirectoryFlag, true, 0xFFFF);
+    if (!names)
+        return std::nullopt;
+    const auto name = std::find_if(names->begin(), names->end(),
+                                   [](const DirectoryEntry& e) { return e.name == VsVersionInfo; });
+    if (name == names->end() || !(name->target & SubdirectoryFlag))
         return std::nullopt;
 
     const auto language = firstEntry(image, name->target & ~SubdirectoryFlag);

@@ -49,14 +49,15 @@ private:
     quint64 size_ = 0;
 };
 
-// Where the data of the first RT_VERSION resource lies in the source.
+// Where the data of the version resource lies in the source.
 struct ResourceData {
     quint64 offset = 0;
     quint32 size = 0;
 };
 
-// The type 16 entry of the resource directory, its first name or id, its first
-// language, and the data entry there; nullopt when any step fails.
+// The type 16 (RT_VERSION) entry of the resource directory, its entry with id 1
+// (VS_VERSION_INFO), the first language of that, and the data entry there;
+// nullopt when any step fails.
 std::optional<ResourceData> findVersionResource(ByteSource& source);
 
 // Size in bytes of the version information block (the VS_VERSIONINFO resource

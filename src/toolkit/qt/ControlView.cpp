@@ -1,8 +1,12 @@
 #include "toolkit/qt/ControlView.h"
 
 #include "control/qForms.h"
+#include "toolkit/UnloadBatch.h"
 #include "toolkit/qt/QtFileDialog.h"
 #include "toolkit/qt/QtMessageBox.h"
+
+#include <QHash>
+#include <QSet>
 
 namespace qf {
 
@@ -23,6 +27,12 @@ ControlView::ControlView(qForms& control, QWidget* parent)
              &w.lblModName, &w.lblCLP, &w.txtCLP, &w.lblSelectConfig, &w.lstConfig, &w.cmdEdit,
              &w.frameStatus, &w.lblStatus, &w.Temp, &w.lstFiles, &w.lstAVA})
         bind(*model);
+    // Loaded frames go into a layer of their own below everything else rather
+    // than each being lowered through all its siblings.
+    m_frames = new QWidget(this);
+    m_frames->setObjectName(QStringLiteral("frames"));
+    m_frames->setGeometry(rect());
+    m_frames->lower();
     bindArray(w.Frame1);
     bindArray(w.Line1);
     bindArray(w.Label1);
@@ -44,14 +54,20 @@ ControlView::ControlView(qForms& control, QWidget* parent)
         control.setMessageBox(std::make_shared<QtMessageBox>(this));
 
     connect(&control, &QObject::destroyed, this, [this] { controlDestroyed(); });
+    m_batchEnded = UnloadBatch::ended().connect([this] { takeDownPending(); });
 }
 
 ControlView::~ControlView()
 {
+    UnloadBatch::ended().disconnect(m_batchEnded);
     if (m_control)
         for (auto& disconnect : m_disconnectArrays)
             disconnect();
+    std::vector<std::unique_ptr<WidgetBinding>> all = std::move(m_pending);
+    for (auto& [model, binding] : m_bindings)
+        all.push_back(std::move(binding));
     m_bindings.clear();
+    takeDown(std::move(all));
 }
 
 QWidget* ControlView::viewOf(const Widget& model) const
@@ -70,16 +86,65 @@ QWidget* ControlView::containerView(const Container* container) const
 
 void ControlView::bind(Widget& model)
 {
-    auto binding = WidgetBinding::create(model, containerView(model.container()), m_scale);
+    QWidget* parent = containerView(model.container());
     // A frame is a drawn box: it stays below the widgets placed over it.
-    if (model.kind() == WidgetKind::Frame)
+    const bool frame = model.kind() == WidgetKind::Frame;
+    const bool loadedFrame = frame && model.index() > 0 && parent == this && m_frames;
+    auto binding = WidgetBinding::create(model, loadedFrame ? m_frames : parent, m_scale);
+    if (frame && !loadedFrame)
         binding->view()->lower();
     m_bindings[&model] = std::move(binding);
 }
 
 void ControlView::unbind(const Widget& model)
 {
-    m_bindings.erase(&model);
+    const auto found = m_bindings.find(&model);
+    if (found == m_bindings.end())
+        return;
+    if (UnloadBatch::active()) {
+        found->second->stopListening();
+        m_pending.push_back(std::move(found->second));
+    }
+    m_bindings.erase(found);
+}
+
+void ControlView::takeDownPending()
+{
+    takeDown(std::move(m_pending));
+    m_pending.clear();
+}
+
+void ControlView::takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings)
+{
+    // Qt finds a widget in its parent's child list from the front, so the
+    // widgets go in the order of that list: each is then found among the few
+    // that stay, and taking down n widgets costs n steps, not n squared.
+    QHash<const QObject*, std::unique_ptr<WidgetBinding>*> byView;
+    byView.reserve(qsizetype(bindings.size()));
+    QSet<const QObject*> seenParents;
+    std::vector<QPointer<QObject>> parents;
+    for (auto& binding : bindings) {
+        QWidget* view = binding->view();
+        if (!view)
+            continue;
+        byView.insert(view, &binding);
+        if (!seenParents.contains(view->parent())) {
+            seenParents.insert(view->parent());
+            parents.emplace_back(view->parent());
+        }
+    }
+    for (const QPointer<QObject>& parent : parents) {
+        if (!parent)
+            continue; // taken down with its own parent, children and all
+        const QObjectList children = parent->children();
+        for (const QObject* child : children) {
+            const auto found = byView.constFind(child);
+            if (found != byView.cend())
+                (*found)->reset();
+        }
+    }
+    // What is left lost its widget with an ancestor's.
+    bindings.clear();
 }
 
 template <typename T> void ControlView::bindArray(WidgetArray<T>& array)
@@ -97,10 +162,15 @@ template <typename T> void ControlView::bindArray(WidgetArray<T>& array)
 void ControlView::controlDestroyed()
 {
     // The models are gone already: forget them without touching them.
-    for (auto& [model, binding] : m_bindings)
+    std::vector<std::unique_ptr<WidgetBinding>> all = std::move(m_pending);
+    m_pending.clear();
+    for (auto& [model, binding] : m_bindings) {
         binding->detach();
+        all.push_back(std::move(binding));
+    }
     m_bindings.clear();
     m_disconnectArrays.clear();
+    takeDown(std::move(all));
 }
 
 } // namespace qf

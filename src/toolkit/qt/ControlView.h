@@ -36,11 +36,18 @@ private:
     template <typename T> void bindArray(WidgetArray<T>& array);
     QWidget* containerView(const Container* container) const;
     void controlDestroyed();
+    void takeDownPending();
+    static void takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings);
 
     QPointer<qForms> m_control;
     TwipScale m_scale;
     std::unordered_map<const Widget*, std::unique_ptr<WidgetBinding>> m_bindings;
     std::vector<std::function<void()>> m_disconnectArrays;
+    // The loaded frames, in a layer below every other widget.
+    QWidget* m_frames = nullptr;
+    // Bindings of elements unloaded in a running UnloadBatch.
+    std::vector<std::unique_ptr<WidgetBinding>> m_pending;
+    int m_batchEnded = 0;
 };
 
 } // namespace qf

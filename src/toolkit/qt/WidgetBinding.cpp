@@ -348,9 +348,15 @@ WidgetBinding::WidgetBinding(Widget& model, QWidget* view, TwipScale scale)
 
 WidgetBinding::~WidgetBinding()
 {
+    stopListening();
+    delete m_view.data();
+}
+
+void WidgetBinding::stopListening()
+{
     if (m_attached)
         m_model.changed.disconnect(m_connection);
-    delete m_view.data();
+    m_attached = false;
 }
 
 void WidgetBinding::show(Property property)

@@ -26,6 +26,9 @@ public:
     Widget& model() const { return m_model; }
     // The model is going away on its own; stop listening without touching it.
     void detach() { m_attached = false; }
+    // Stops listening to the model while it is still there, so that the
+    // binding may outlive it.
+    void stopListening();
 
 protected:
     WidgetBinding(Widget& model, QWidget* view, TwipScale scale);

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Errors.h"
+
+#include <QLatin1StringView>
+#include <QStringList>
+#include <QTextStream>
+
+#include <span>
+
+namespace qf::cli {
+
+// Wrong arguments: the message goes to stderr with the usage, exit code 2.
+class UsageError : public Error {
+    using Error::Error;
+};
+
+// An input that cannot be used (a file that is not there): the message goes to
+// stderr, exit code 2.
+class InputError : public Error {
+    using Error::Error;
+};
+
+struct Io {
+    QTextStream out{stdout};
+    QTextStream err{stderr};
+};
+
+struct Command {
+    QLatin1StringView name;
+    QLatin1StringView synopsis;
+    QLatin1StringView description;
+    int (*run)(const QStringList& args, Io& io);
+};
+
+// The commands, each defined in its own file.
+extern const Command readCommand;
+extern const Command versionCommand;
+extern const Command helpCommand;
+
+// Every command, in the order the help lists them.
+std::span<const Command* const> commands();
+
+// Splits "--name" options from the operands; "--" ends the options.
+struct ParsedArgs {
+    QStringList options;
+    QStringList operands;
+};
+ParsedArgs splitOptions(const QStringList& args);
+
+// Throws InputError unless the path names a regular file.
+void requireFile(const QString& path);
+
+} // namespace qf::cli

@@ -1,0 +1,11 @@
+#include "Command.h"
+
+namespace qf::cli {
+
+std::span<const Command* const> commands()
+{
+    static const Command* const all[] = {&readCommand, &versionCommand, &helpCommand};
+    return all;
+}
+
+} // namespace qf::cli
