@@ -36,6 +36,7 @@ struct Command {
 // The commands, each defined in its own file.
 extern const Command readCommand;
 extern const Command versionCommand;
+extern const Command lintCommand;
 extern const Command helpCommand;
 
 // Every command, in the order the help lists them.

@@ -4,7 +4,7 @@ namespace qf::cli {
 
 std::span<const Command* const> commands()
 {
-    static const Command* const all[] = {&readCommand, &versionCommand, &helpCommand};
+    static const Command* const all[] = {&readCommand, &versionCommand, &lintCommand, &helpCommand};
     return all;
 }
 

@@ -1,0 +1,195 @@
+#include "LintContext.h"
+#include "Suggest.h"
+
+#include "gamedata/GameData.h"
+#include "gamedata/GameDataKeys.h"
+#include "gamedata/ValueSyntax.h"
+#include "platform/Errors.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <set>
+
+namespace qf::lint {
+
+namespace {
+
+namespace gd = gamedata;
+
+const QStringList& knownSuffixes()
+{
+    static const QStringList suffixes = {gd::Type,
+                                         gd::Location,
+                                         gd::Size,
+                                         gd::Caption,
+                                         gd::VisualFunction,
+                                         gd::Visible,
+                                         gd::Locked,
+                                         gd::XLocation,
+                                         gd::YLocation,
+                                         gd::Width,
+                                         gd::Index,
+                                         gd::ControlKey,
+                                         gd::ControlDefaultValue};
+    return suffixes;
+}
+
+// The keys each kind's routines read (builder, saving, loading).
+QStringList suffixesOf(const QString& kind)
+{
+    const QStringList placed = {gd::Type, gd::Location, gd::Size, gd::Caption};
+    const QStringList stored = {gd::Index, gd::ControlKey};
+    if (kind == gd::KindCheckBox)
+        return placed + stored +
+               QStringList{gd::VisualFunction, gd::Visible, gd::ControlDefaultValue};
+    if (kind == gd::KindOptionButton)
+        return placed + stored + QStringList{gd::VisualFunction, gd::ControlDefaultValue};
+    if (kind == gd::KindCombo)
+        return placed + stored;
+    if (kind == gd::KindText)
+        return placed + stored + QStringList{gd::Locked, gd::ControlDefaultValue};
+    if (kind == gd::KindLine)
+        return {gd::Type, gd::XLocation, gd::YLocation, gd::Width};
+    if (kind == gd::KindFrame || kind == gd::KindLabel)
+        return placed;
+    return {gd::Type};
+}
+
+QString kindInWords(const QString& kind)
+{
+    return kind == gd::KindCheckBox       ? QStringLiteral("a check box")
+           : kind == gd::KindOptionButton ? QStringLiteral("an option button")
+           : kind == gd::KindText         ? QStringLiteral("a text box")
+                                          : QStringLiteral("a ") + kind;
+}
+
+} // namespace
+
+void checkCount(LintContext& lint)
+{
+    const std::optional<QString> count = lint.value(gd::Count);
+    const QString check = QStringLiteral("entries-count");
+    if (!count) {
+        lint.add(Severity::Error, check, QStringLiteral("Count: missing; no entry is built"), 0,
+                 gd::Count);
+        return;
+    }
+    const QString message = QStringLiteral("Count: \"%1\" ").arg(*count);
+    try {
+        lint.count = syntax::toInt16(*count);
+    } catch (const OverflowError&) {
+        lint.add(Severity::Error, check,
+                 message + QStringLiteral("is out of range (at most 32767); no entry is built"), 0,
+                 gd::Count, true);
+        return;
+    } catch (const Error&) {
+        lint.add(Severity::Error, check,
+                 message + QStringLiteral("is not a number; no entry is built"), 0, gd::Count,
+                 true);
+        return;
+    }
+    const double number = syntax::parseNumber(*count);
+    if (number != std::floor(number))
+        lint.add(Severity::Warning, check,
+                 message + QStringLiteral("is not a whole number; it rounds to %1").arg(lint.count),
+                 0, gd::Count, true);
+    if (lint.count < 0)
+        lint.add(Severity::Warning, check,
+                 message + QStringLiteral("is negative; no entry is built"), 0, gd::Count, true);
+}
+
+void checkKeys(LintContext& lint)
+{
+    static const QRegularExpression entryKey(QStringLiteral("^control(\\d+)(.*)$"),
+                                             QRegularExpression::CaseInsensitiveOption);
+    const QList<IniDocument::SectionLines> sections = lint.document->lines();
+    bool seenSection = false;
+    std::set<int> aboveCount;
+    for (const IniDocument::SectionLines& section : sections) {
+        if (section.name.compare(gd::Section, Qt::CaseInsensitive) != 0)
+            continue;
+        if (seenSection) {
+            lint.addAt(
+                Severity::Warning, QStringLiteral("entries-duplicate-section"),
+                QStringLiteral("[%1] appears again; only the first one is read").arg(section.name),
+                0, lint.path, section.namePosition);
+            continue;
+        }
+        seenSection = true;
+        QSet<QString> seenKeys;
+        for (const IniDocument::KeyLine& line : section.keys) {
+            // Comment lines are stored like keys but never match one.
+            if (line.name.startsWith(u';'))
+                continue;
+            const QString lowered = line.name.toLower();
+            if (seenKeys.contains(lowered)) {
+                lint.addAt(
+                    Severity::Warning, QStringLiteral("entries-duplicate-key"),
+                    QStringLiteral("%1: appears again; this line is never read").arg(line.name), 0,
+                    lint.path, line.namePosition);
+                continue;
+            }
+            seenKeys.insert(lowered);
+            if (lowered == gd::Count.toLower())
+                continue;
+            const QRegularExpressionMatch match = entryKey.match(line.name);
+            const QString unknown = QStringLiteral("entries-unknown-key");
+            if (!match.hasMatch()) {
+                const QString suggestion = closest(line.name, {gd::Count});
+                lint.addAt(
+                    Severity::Warning, unknown,
+                    QStringLiteral("%1: unknown key%2")
+                        .arg(line.name, suggestion.isEmpty()
+                                            ? QStringLiteral("; it is never read")
+                                            : QStringLiteral("; did you mean %1?").arg(suggestion)),
+                    0, lint.path, line.namePosition);
+                continue;
+            }
+            const int entry = match.captured(1).toInt();
+            const QString suffix = match.captured(2);
+            const QString known = [&] {
+                for (const QString& candidate : knownSuffixes()) {
+                    if (candidate.compare(suffix, Qt::CaseInsensitive) == 0)
+                        return candidate;
+                }
+                return QString();
+            }();
+            if (known.isEmpty()) {
+                const QString suggestion = closest(suffix, knownSuffixes());
+                lint.addAt(Severity::Warning, unknown,
+                           QStringLiteral("%1: unknown key%2")
+                               .arg(line.name, suggestion.isEmpty()
+                                                   ? QStringLiteral("; it is never read")
+                                                   : QStringLiteral("; did you mean %1?")
+                                                         .arg(entryKeyName(entry, suggestion))),
+                           entry, lint.path, line.namePosition);
+                continue;
+            }
+            if (entry < 1 || entry > lint.count) {
+                if (aboveCount.insert(entry).second)
+                    lint.addAt(Severity::Warning, QStringLiteral("entries-above-count"),
+                               QStringLiteral("%1: entry %2 is outside 1..Count (%3); its keys "
+                                              "are never read")
+                                   .arg(line.name)
+                                   .arg(entry)
+                                   .arg(lint.count),
+                               entry, lint.path, line.namePosition);
+                continue;
+            }
+            const QString kind = lint.kinds[entry];
+            if (gd::kindOf(kind) != gd::Kind::None && !suffixesOf(kind).contains(known)) {
+                const bool storesNothing = known == gd::ControlKey || known == gd::Index;
+                lint.addAt(Severity::Warning,
+                           storesNothing ? QStringLiteral("storage-key-unused") : unknown,
+                           QStringLiteral("%1: %2 %3; this key is never read")
+                               .arg(line.name, kindInWords(kind),
+                                    storesNothing ? QStringLiteral("stores nothing")
+                                                  : QStringLiteral("does not read %1").arg(known)),
+                           entry, lint.path, line.namePosition);
+            }
+        }
+    }
+}
+
+} // namespace qf::lint

@@ -1,0 +1,224 @@
+#include "Lint.h"
+
+#include "LayoutChecks.h"
+#include "LintContext.h"
+
+#include "control/qForms.h"
+#include "gamedata/GameDataKeys.h"
+#include "platform/Errors.h"
+#include "platform/IniFileSettingsStore.h"
+#include "platform/MessageBox.h"
+#include "platform/Paths.h"
+#include "platform/ProfileReader.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <set>
+
+namespace qf::lint {
+
+namespace {
+
+namespace gd = gamedata;
+
+class SilentMessageBox : public MessageBox {
+public:
+    void show(const QString&, int, const QString&) override {}
+};
+
+// The host folder above the file's "Data" folder, and the file's name below it.
+std::pair<QString, QString> locate(const QString& qgdPath, const QString& appPath)
+{
+    const QString file = QFileInfo(qgdPath).absoluteFilePath();
+    QString app = appPath;
+    if (app.isEmpty()) {
+        QDir dir = QFileInfo(file).absoluteDir();
+        while (dir.dirName().compare(QLatin1String("Data"), Qt::CaseInsensitive) != 0) {
+            if (!dir.cdUp())
+                throw Error(QStringLiteral("%1: no \"Data\" folder above it; name the host "
+                                           "folder with --app-path")
+                                .arg(qgdPath));
+        }
+        dir.cdUp();
+        app = dir.absolutePath();
+    }
+    const QString data = paths::resolve(QDir(app).absolutePath() + QStringLiteral("/Data"));
+    const QString relative = QDir(data).relativeFilePath(paths::resolve(file));
+    if (relative.startsWith(QLatin1String("..")))
+        throw Error(QStringLiteral("%1 is not below %2/Data").arg(qgdPath, app));
+    return {QDir(app).absolutePath(), relative};
+}
+
+QList<int> languagesOf(const QString& appPath)
+{
+    QList<int> languages;
+    try {
+        for (const QString& name : paths::listFiles(appPath + QStringLiteral("/Data/Languages"),
+                                                    QStringLiteral("*.ini"))) {
+            bool isNumber = false;
+            const int index = QFileInfo(name).completeBaseName().toInt(&isNumber);
+            if (isNumber)
+                languages.append(index);
+        }
+    } catch (const Error&) {
+    }
+    std::sort(languages.begin(), languages.end());
+    // Without files of the host's own, the library's texts of language 0 apply.
+    return languages.isEmpty() ? QList<int>{0} : languages;
+}
+
+// Clicks every check box on and off and every option button on, so that
+// every rule runs once in each state it reacts to. A chain of rules that
+// calls itself without end fails the click.
+void clickEveryRuleWidget(LintContext& lint, qForms& control)
+{
+    ControlWidgets& w = control.widgets();
+    const auto loop = [&](const QString& kind, int element) {
+        const int entry = lint.entryOf(kind, element);
+        const QString key = entryKeyName(entry, gd::VisualFunction);
+        lint.add(
+            Severity::Error, QStringLiteral("rules-loop"),
+            QStringLiteral("%1: the rules this widget starts call each other without end").arg(key),
+            entry, key, true);
+    };
+    for (int element = 1; element <= w.Check1.upperBound(); ++element) {
+        if (!w.Check1.exists(element) || w.Check1.at(element).tag().isEmpty())
+            continue;
+        try {
+            w.Check1.at(element).setValue(CheckBox::Checked);
+            w.Check1.at(element).setValue(CheckBox::Unchecked);
+        } catch (const Error&) {
+            loop(gd::KindCheckBox, element);
+        }
+    }
+    for (int element = 1; element <= w.Option1.upperBound(); ++element) {
+        if (!w.Option1.exists(element) || w.Option1.at(element).tag().isEmpty())
+            continue;
+        try {
+            w.Option1.at(element).setValue(true);
+        } catch (const Error&) {
+            loop(gd::KindOptionButton, element);
+        }
+    }
+}
+
+// One run of the control's routines in one language, as a launcher would
+// make them: build, restore the defaults, click, save.
+void runControl(LintContext& lint, int language, bool first)
+{
+    QTemporaryDir scratch;
+    auto observer = std::make_shared<RecordingObserver>();
+    qForms control;
+    control.setSettingsStore(std::make_shared<IniFileSettingsStore>(scratch.path()));
+    control.setMessageBox(std::make_shared<SilentMessageBox>());
+    control.setAppPath(lint.appPath);
+    control.setQpGameName(lint.gameName.isEmpty() ? QStringLiteral("qforms lint") : lint.gameName);
+    control.setQpQGD(lint.qgdName);
+    try {
+        control.setQpLanguageIndex(qint16(language));
+    } catch (const Error&) {
+        // A fixed caption without text; the host's language file is not ours to check.
+    }
+    control.setSkipObserver(observer);
+    control.qInitCustomControls();
+    if (first) {
+        for (const RecordingObserver::Built& built : observer->built) {
+            lint.elements[built.entry] = built.element;
+            lint.entriesByElement[{built.kind, built.element}] = built.entry;
+        }
+    }
+    control.qLoadSettings();
+    checkLayout(lint, control, language, first);
+    if (first)
+        clickEveryRuleWidget(lint, control);
+    control.qSaveSettings();
+    reportSkippedSteps(lint, observer->steps, language);
+}
+
+// Same place, check and message: said once, whichever language said it.
+void sortAndDeduplicate(Findings& findings)
+{
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+        return std::tie(a.path, a.line, a.column) < std::tie(b.path, b.line, b.column);
+    });
+    std::set<std::tuple<QString, int, int, QString, QString>> seen;
+    std::erase_if(findings, [&](const Finding& f) {
+        return !seen.insert({f.path, f.line, f.column, f.check, f.message}).second;
+    });
+}
+
+QString relativeToWorkingFolder(const QString& path)
+{
+    if (QFileInfo(path).isRelative())
+        return path;
+    const QString relative = QDir::current().relativeFilePath(path);
+    return relative.startsWith(QLatin1String("..")) ? path : relative;
+}
+
+} // namespace
+
+Findings lintFile(const QString& qgdPath, const Options& options)
+{
+    if (!paths::isFile(qgdPath))
+        throw Error(QStringLiteral("%1: no such file").arg(qgdPath));
+    LintContext lint;
+    lint.path = qgdPath;
+    std::tie(lint.appPath, lint.qgdName) = locate(qgdPath, options.appPath);
+    lint.gameName = options.gameName;
+    lint.document = loadProfile(qgdPath);
+    if (!lint.document)
+        throw Error(QStringLiteral("%1: cannot be read").arg(qgdPath));
+
+    checkCount(lint);
+    for (int entry = 1; entry <= lint.count; ++entry)
+        lint.kinds[entry] = lint.entryValue(entry, gd::Type).value_or(QString()).toLower();
+    checkKeys(lint);
+    checkValues(lint);
+    checkGameApplication(lint);
+    checkGameLists(lint);
+
+    const QList<int> languages =
+        options.languages.isEmpty() ? languagesOf(lint.appPath) : options.languages;
+    for (qsizetype i = 0; i < languages.size(); ++i)
+        runControl(lint, languages[i], i == 0);
+    checkStorage(lint);
+
+    for (Finding& finding : lint.findings)
+        finding.path = relativeToWorkingFolder(finding.path);
+    sortAndDeduplicate(lint.findings);
+    return lint.findings;
+}
+
+QString formatText(const Finding& finding)
+{
+    static const char* const names[] = {"error", "warning", "note"};
+    return QStringLiteral("%1:%2:%3: %4: %5 [%6]")
+        .arg(finding.path)
+        .arg(finding.line)
+        .arg(finding.column)
+        .arg(QLatin1String(names[int(finding.severity)]), finding.message, finding.check);
+}
+
+QByteArray formatJson(const Findings& findings)
+{
+    static const char* const names[] = {"error", "warning", "note"};
+    QJsonArray array;
+    for (const Finding& f : findings) {
+        array.append(
+            QJsonObject{{QStringLiteral("path"), f.path},
+                        {QStringLiteral("line"), f.line},
+                        {QStringLiteral("column"), f.column},
+                        {QStringLiteral("severity"), QLatin1String(names[int(f.severity)])},
+                        {QStringLiteral("message"), f.message},
+                        {QStringLiteral("check"), f.check},
+                        {QStringLiteral("entry"), f.entry}});
+    }
+    return QJsonDocument(array).toJson(QJsonDocument::Indented);
+}
+
+} // namespace qf::lint
