@@ -70,7 +70,7 @@ TEST(IniLanguageTextProvider, BuiltInTextsStandInOnlyForLanguagesWithoutHostFile
 
     EXPECT_EQ(provider.text(u"0053"_s, app), u"Folder"_s);
     EXPECT_EQ(provider.text(u"1053"_s, app), u": Ordner oder Programm"_s);
-    EXPECT_EQ(provider.text(u"1038"_s, app), u"Durchsuchen..."_s);
+    EXPECT_EQ(provider.text(u"1038"_s, app), u"Suchen..."_s);
     EXPECT_EQ(provider.text(u"2053"_s, app), u"Folder"_s);
     EXPECT_EQ(provider.text(u"0038"_s, app + u"/elsewhere"_s), u"Browse..."_s);
 

@@ -122,10 +122,10 @@ TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsEveryPageAndKeepsWhatIsOnIt)
     window->setLanguageIndex(1);
     for (int row = 0; row < 3; ++row) {
         const qForms& control = window->page(row)->control();
-        EXPECT_EQ(control.widgets().cmdBrowse.caption(), QStringLiteral("Durchsuchen...")) << row;
+        EXPECT_EQ(control.widgets().cmdBrowse.caption(), QStringLiteral("Suchen...")) << row;
         EXPECT_TRUE(control.qpGameStatus().contains(QStringLiteral("wurde gefunden"))) << row;
     }
-    EXPECT_EQ(emberfall.widgets().Check1.at(4).caption(), QStringLiteral("Abgesicherter Modus"));
+    EXPECT_EQ(emberfall.widgets().Check1.at(4).caption(), QStringLiteral("Notmodus"));
     EXPECT_EQ(emberfall.widgets().Check1.at(4).value(), 1) << "the unsaved choice stays";
     EXPECT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
 }
