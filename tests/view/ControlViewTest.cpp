@@ -197,3 +197,34 @@ TEST(ControlView, TypingAGameFolderChecksTheGameAndShowsStatusColourAndMods)
               QStringLiteral("Capture the flag "));
     EXPECT_TRUE(qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck))->isChecked());
 }
+
+TEST(ControlView, ClearingAPageTakesItsWidgetsDownAndKeepsTheRestStackedAsBefore)
+{
+    TestHost host;
+    QByteArray lines = "Count=60\n";
+    for (int i = 1; i <= 60; ++i)
+        lines += "Control" + QByteArray::number(i) + "Type=" + (i % 3 ? "label" : "frame") + "\n";
+    host.writeCustomControls(QStringLiteral("game.qgd"), lines);
+    qForms control;
+    control.setAppPath(host.path());
+    control.setQpQGD(QStringLiteral("game.qgd"));
+    ControlView view(control);
+    QWidget* page = view.viewOf(control.widgets().frame);
+    QObjectList before;
+    for (int round = 0; round < 2; ++round) {
+        control.setQpQGD(QStringLiteral("game.qgd"));
+        control.qInitCustomControls();
+        auto* frames = view.findChild<QWidget*>(QStringLiteral("frames"));
+        ASSERT_NE(frames, nullptr);
+        EXPECT_EQ(frames->children().size(), 20);
+        if (round == 0) {
+            before = page->children();
+            before.removeIf([](const QObject* child) {
+                return child->objectName().endsWith(u')') && !child->objectName().endsWith(u"(0)");
+            });
+        }
+        control.qClear();
+        EXPECT_EQ(page->children(), before);
+        EXPECT_TRUE(frames->children().isEmpty());
+    }
+}

@@ -27,12 +27,6 @@ ControlView::ControlView(qForms& control, QWidget* parent)
              &w.lblModName, &w.lblCLP, &w.txtCLP, &w.lblSelectConfig, &w.lstConfig, &w.cmdEdit,
              &w.frameStatus, &w.lblStatus, &w.Temp, &w.lstFiles, &w.lstAVA})
         bind(*model);
-    // Loaded frames go into a layer of their own below everything else rather
-    // than each being lowered through all its siblings.
-    m_frames = new QWidget(this);
-    m_frames->setObjectName(QStringLiteral("frames"));
-    m_frames->setGeometry(rect());
-    m_frames->lower();
     bindArray(w.Frame1);
     bindArray(w.Line1);
     bindArray(w.Label1);
@@ -89,11 +83,27 @@ void ControlView::bind(Widget& model)
     QWidget* parent = containerView(model.container());
     // A frame is a drawn box: it stays below the widgets placed over it.
     const bool frame = model.kind() == WidgetKind::Frame;
-    const bool loadedFrame = frame && model.index() > 0 && parent == this && m_frames;
-    auto binding = WidgetBinding::create(model, loadedFrame ? m_frames : parent, m_scale);
+    const bool loadedFrame = frame && model.index() > 0;
+    auto binding =
+        WidgetBinding::create(model, loadedFrame ? framesLayer(parent) : parent, m_scale);
     if (frame && !loadedFrame)
         binding->view()->lower();
     m_bindings[&model] = std::move(binding);
+}
+
+QWidget* ControlView::framesLayer(QWidget* parent)
+{
+    // Loaded frames go into a layer of their own below everything else in
+    // their container rather than each being lowered through all its siblings.
+    QPointer<QWidget>& layer = m_frameLayers[parent];
+    if (!layer) {
+        layer = new QWidget(parent);
+        layer->setObjectName(QStringLiteral("frames"));
+        layer->setGeometry(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        layer->lower();
+        layer->show();
+    }
+    return layer;
 }
 
 void ControlView::unbind(const Widget& model)
@@ -116,9 +126,11 @@ void ControlView::takeDownPending()
 
 void ControlView::takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings)
 {
-    // Qt finds a widget in its parent's child list from the front, so the
-    // widgets go in the order of that list: each is then found among the few
-    // that stay, and taking down n widgets costs n steps, not n squared.
+    // Qt finds a widget in its parent's child list from the front and closes
+    // the gap by moving what follows, so only taking the first child is cheap.
+    // The widgets go in the order of that list, after the few that stay were
+    // raised (in their order, so their stacking is kept) behind them: taking
+    // down n widgets then costs n steps, not n squared.
     QHash<const QObject*, std::unique_ptr<WidgetBinding>*> byView;
     byView.reserve(qsizetype(bindings.size()));
     QSet<const QObject*> seenParents;
@@ -137,6 +149,17 @@ void ControlView::takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings)
         if (!parent)
             continue; // taken down with its own parent, children and all
         const QObjectList children = parent->children();
+        std::vector<QWidget*> staying;
+        qsizetype going = 0;
+        for (QObject* child : children) {
+            if (byView.contains(child))
+                ++going;
+            else if (child->isWidgetType())
+                staying.push_back(static_cast<QWidget*>(child));
+        }
+        if (qsizetype(staying.size()) < going)
+            for (QWidget* widget : staying)
+                widget->raise();
         for (const QObject* child : children) {
             const auto found = byView.constFind(child);
             if (found != byView.cend())

@@ -35,6 +35,7 @@ private:
     void unbind(const Widget& model);
     template <typename T> void bindArray(WidgetArray<T>& array);
     QWidget* containerView(const Container* container) const;
+    QWidget* framesLayer(QWidget* parent);
     void controlDestroyed();
     void takeDownPending();
     static void takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings);
@@ -43,8 +44,8 @@ private:
     TwipScale m_scale;
     std::unordered_map<const Widget*, std::unique_ptr<WidgetBinding>> m_bindings;
     std::vector<std::function<void()>> m_disconnectArrays;
-    // The loaded frames, in a layer below every other widget.
-    QWidget* m_frames = nullptr;
+    // Per container, the layer below its other widgets that holds its loaded frames.
+    std::unordered_map<const QWidget*, QPointer<QWidget>> m_frameLayers;
     // Bindings of elements unloaded in a running UnloadBatch.
     std::vector<std::unique_ptr<WidgetBinding>> m_pending;
     int m_batchEnded = 0;
