@@ -3,6 +3,9 @@
 #include "control/qForms.h"
 #include "toolkit/qt/QtFileDialog.h"
 #include "toolkit/qt/QtMessageBox.h"
+#include "toolkit/qt/WidgetDescriptions.h"
+
+#include <QTimer>
 
 namespace qf {
 
@@ -31,19 +34,24 @@ ControlView::ControlView(qForms& control, QWidget* parent)
     bindArray(w.Combo1);
     bindArray(w.Text1);
 
-    QWidget* focusOrder[] = {viewOf(w.txtPath),      viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
-                             viewOf(w.comModSelect), viewOf(w.txtCLP),    viewOf(w.lstConfig),
-                             viewOf(w.cmdEdit)};
-    for (size_t i = 1; i < std::size(focusOrder); ++i)
-        setTabOrder(focusOrder[i - 1], focusOrder[i]);
+    m_fixedFocus = {viewOf(w.txtPath),      viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
+                    viewOf(w.comModSelect), viewOf(w.txtCLP),    viewOf(w.lstConfig),
+                    viewOf(w.cmdEdit)};
 
-    // Dialogs open over this view unless the host brought its own.
+    // Dialogs open over this view unless the host brought its own; Browse
+    // starts in the game's folder.
     if (!control.hasFileDialog())
-        control.setFileDialog(std::make_shared<QtFileDialog>(this));
+        control.setFileDialog(std::make_shared<QtFileDialog>(this, [this]() -> QString {
+            if (!m_control)
+                return {};
+            const QString folder = m_control->qpGamePath();
+            return folder.isEmpty() ? m_control->widgets().txtPath.text() : folder;
+        }));
     if (!control.hasMessageBox())
         control.setMessageBox(std::make_shared<QtMessageBox>(this));
 
     connect(&control, &QObject::destroyed, this, [this] { controlDestroyed(); });
+    describe();
 }
 
 ControlView::~ControlView()
@@ -74,12 +82,55 @@ void ControlView::bind(Widget& model)
     // A frame is a drawn box: it stays below the widgets placed over it.
     if (model.kind() == WidgetKind::Frame)
         binding->view()->lower();
+    binding->setObserver([this](Property property) {
+        if (property != Property::Value && property != Property::Text &&
+            property != Property::ListIndex)
+            describeSoon();
+    });
     m_bindings[&model] = std::move(binding);
+    m_bindOrder.push_back(&model);
+    describeSoon();
 }
 
 void ControlView::unbind(const Widget& model)
 {
     m_bindings.erase(&model);
+    std::erase(m_bindOrder, &model);
+}
+
+QList<QWidget*> ControlView::focusChain() const
+{
+    QList<QWidget*> chain(m_fixedFocus.begin(), m_fixedFocus.end());
+    for (const Widget* model : m_bindOrder) {
+        QWidget* view = viewOf(*model);
+        if (view && view->focusPolicy() != Qt::NoFocus && !chain.contains(view))
+            chain << view;
+    }
+    return chain;
+}
+
+void ControlView::describeSoon()
+{
+    if (m_describeQueued)
+        return;
+    m_describeQueued = true;
+    QTimer::singleShot(0, this, [this] { describe(); });
+}
+
+void ControlView::describe()
+{
+    m_describeQueued = false;
+    if (!m_control)
+        return;
+    std::vector<ShownWidget> shown;
+    shown.reserve(m_bindOrder.size());
+    for (const Widget* model : m_bindOrder)
+        if (QWidget* view = viewOf(*model))
+            shown.push_back({model, view});
+    describeWidgets(shown);
+    const QList<QWidget*> chain = focusChain();
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain.at(i - 1), chain.at(i));
 }
 
 template <typename T> void ControlView::bindArray(WidgetArray<T>& array)
@@ -100,6 +151,7 @@ void ControlView::controlDestroyed()
     for (auto& [model, binding] : m_bindings)
         binding->detach();
     m_bindings.clear();
+    m_bindOrder.clear();
     m_disconnectArrays.clear();
 }
 

@@ -29,6 +29,13 @@ public:
     // The QWidget that shows a model; nullptr for a model without one.
     QWidget* viewOf(const Widget& model) const;
     const TwipScale& scale() const { return m_scale; }
+    // The widgets that take the keyboard, in the order Tab visits them: the
+    // fixed widgets in their documented order, then the options in the order
+    // of their entries.
+    QList<QWidget*> focusChain() const;
+    // Names the widgets for screen readers and gives cut captions a tooltip;
+    // runs by itself soon after the captions or the widgets change.
+    void describe();
 
 private:
     void bind(Widget& model);
@@ -36,11 +43,16 @@ private:
     template <typename T> void bindArray(WidgetArray<T>& array);
     QWidget* containerView(const Container* container) const;
     void controlDestroyed();
+    void describeSoon();
 
     QPointer<qForms> m_control;
     TwipScale m_scale;
     std::unordered_map<const Widget*, std::unique_ptr<WidgetBinding>> m_bindings;
     std::vector<std::function<void()>> m_disconnectArrays;
+    // Every bound model in the order it was bound: entries in their order.
+    std::vector<const Widget*> m_bindOrder;
+    std::vector<QWidget*> m_fixedFocus;
+    bool m_describeQueued = false;
 };
 
 } // namespace qf

@@ -26,6 +26,8 @@ public:
     Widget& model() const { return m_model; }
     // The model is going away on its own; stop listening without touching it.
     void detach() { m_attached = false; }
+    // Told after the view showed a changed property of the model.
+    void setObserver(std::function<void(Property)> observer) { m_observer = std::move(observer); }
 
 protected:
     WidgetBinding(Widget& model, QWidget* view, TwipScale scale);
@@ -42,6 +44,7 @@ private:
     Widget& m_model;
     QPointer<QWidget> m_view;
     TwipScale m_scale;
+    std::function<void(Property)> m_observer;
     int m_connection = 0;
     bool m_attached = true;
 };
