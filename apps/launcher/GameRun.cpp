@@ -17,6 +17,11 @@ GameRun::GameRun(GameCommand command, QString runner, QString folder, QString lo
     });
 }
 
+GameRun::~GameRun()
+{
+    disconnect(&m_process, nullptr, this, nullptr);
+}
+
 void GameRun::start()
 {
     QDir().mkpath(QFileInfo(m_logFile).path());

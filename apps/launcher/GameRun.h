@@ -13,6 +13,8 @@ public:
     // runner: empty to start the program itself, else the program that runs it.
     GameRun(GameCommand command, QString runner, QString folder, QString logFile,
             QObject* parent = nullptr);
+    // A game still running ends with it.
+    ~GameRun() override;
 
     // Starts the process; the outcome arrives as ended().
     void start();

@@ -61,7 +61,13 @@ LauncherArguments parseLauncherArguments(int argc, char** argv)
         QStringLiteral("print-command"),
         QStringLiteral("Print the command the launcher would start for the game, with the stored "
                        "choices, and quit."));
-    parser.addOptions({help, version, game, language, screenshot, config, printCommand});
+    const QCommandLineOption play(QStringLiteral("play"),
+                                  QStringLiteral("Start the game at once, as Play does."));
+    const QCommandLineOption quitAfterPaint(
+        QStringLiteral("quit-after-paint"),
+        QStringLiteral("Quit as soon as the window is painted (to time the start)."));
+    parser.addOptions(
+        {help, version, game, language, screenshot, config, printCommand, play, quitAfterPaint});
 
     if (!parser.parse(words))
         return wrong(parser.errorText());
@@ -105,5 +111,7 @@ LauncherArguments parseLauncherArguments(int argc, char** argv)
         return wrong(QStringLiteral("the launcher configuration \"%1\" does not exist.")
                          .arg(arguments.config));
     arguments.printCommand = parser.isSet(printCommand);
+    arguments.play = parser.isSet(play);
+    arguments.quitAfterPaint = parser.isSet(quitAfterPaint);
     return arguments;
 }

@@ -9,6 +9,9 @@ struct LauncherArguments {
     QString screenshot;
     QString config;
     bool printCommand = false;
+    bool play = false;
+    // Quit once the window has painted, to time the start.
+    bool quitAfterPaint = false;
     // Text to print instead of starting: help, the version, or what is wrong.
     QString output;
     bool error = false;

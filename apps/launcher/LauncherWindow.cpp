@@ -24,6 +24,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QSettings>
+#include <QShowEvent>
 #include <QStackedWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -163,18 +164,22 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const LauncherConfig& 
         updateTabOrder();
     });
 
-    // The dots fill in after the window is up, a few games per turn.
     m_checkTimer.setInterval(0);
     connect(&m_checkTimer, &QTimer::timeout, this, &LauncherWindow::checkSomeGames);
-    if (!m_games.isEmpty())
-        m_checkTimer.start();
 
     const QSize size = windowMemory().value(QStringLiteral("Window/Size")).toSize();
     if (size.isValid())
         resize(size);
 }
 
-LauncherWindow::~LauncherWindow() = default;
+LauncherWindow::~LauncherWindow()
+{
+    // Games still running end with the launcher; nobody is left to tell how.
+    for (GameRun* run : std::as_const(m_runs)) {
+        disconnect(run, nullptr, this, nullptr);
+        delete run;
+    }
+}
 
 void LauncherWindow::setMessageBox(std::shared_ptr<qf::MessageBox> messages)
 {
@@ -207,6 +212,14 @@ void LauncherWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         retranslate();
     QMainWindow::changeEvent(event);
+}
+
+void LauncherWindow::showEvent(QShowEvent* event)
+{
+    // The dots fill in once the window is up, a few games per turn.
+    if (m_statusCheck && !m_checkTimer.isActive())
+        m_checkTimer.start();
+    QMainWindow::showEvent(event);
 }
 
 void LauncherWindow::closeEvent(QCloseEvent* event)
@@ -307,7 +320,7 @@ void LauncherWindow::checkSomeGames()
 
 void LauncherWindow::checkRemainingGames()
 {
-    while (m_checkTimer.isActive())
+    while (m_statusCheck)
         checkSomeGames();
 }
 

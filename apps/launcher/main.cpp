@@ -2,7 +2,6 @@
 #include "HostFolder.h"
 #include "LauncherArguments.h"
 #include "LauncherConfig.h"
-#include "LauncherLanguage.h"
 #include "LauncherWindow.h"
 #include "SampleInstallations.h"
 #include "platform/IniFileSettingsStore.h"
@@ -21,6 +20,18 @@ int fail(const QString& message)
     QTextStream(stderr) << "qforms-launcher: " << message << Qt::endl;
     return 2;
 }
+
+// Ends the program after the window's first paint.
+class FirstPaint : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            QTimer::singleShot(0, qApp, [] { QApplication::exit(0); });
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -78,7 +89,6 @@ int main(int argc, char** argv)
 
     LauncherWindow window(hostFolder, config, store);
     // The language goes first, so the first page is built once, in it.
-    applyLauncherLanguage(arguments.language);
     window.setLanguageIndex(arguments.language);
     int row = arguments.game - 1;
     if (row < 0)
@@ -89,6 +99,10 @@ int main(int argc, char** argv)
         return 0;
     }
     window.show();
+    if (arguments.play)
+        window.play();
+    if (arguments.quitAfterPaint)
+        window.installEventFilter(new FirstPaint(&window));
     if (!arguments.screenshot.isEmpty()) {
         QTimer::singleShot(300, &window, [&] {
             window.checkRemainingGames();

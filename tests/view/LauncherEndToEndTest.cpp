@@ -384,4 +384,14 @@ TEST(LauncherEndToEnd, TabGoesFromTheListThroughThePageToTheButtonsAndEveryField
         EXPECT_EQ(widget<QWidget>(*window, name.field)->accessibleName(), name.caption.trimmed())
             << name.field;
     }
+
+    // The mod's description is longer than its box: the tooltip shows it whole.
+    auto* mods = widget<QComboBox>(*window, "comModSelect");
+    const int ctf = mods->findText(QStringLiteral("ctf"));
+    mods->setCurrentIndex(ctf);
+    emit mods->activated(ctf);
+    QApplication::processEvents();
+    ASSERT_TRUE(w.lblModName.caption().startsWith(QStringLiteral("Capture the Flag")));
+    EXPECT_EQ(widget<QWidget>(*window, "lblModName")->toolTip(), w.lblModName.caption());
+    EXPECT_EQ(widget<QWidget>(*window, "cmdBrowse")->toolTip(), QString()) << "it fits";
 }
