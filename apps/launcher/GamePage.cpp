@@ -1,20 +1,22 @@
 #include "GamePage.h"
 
+#include "EditorStarter.h"
 #include "MemorySettingsStore.h"
 #include "control/qForms.h"
 #include "toolkit/qt/ControlView.h"
 
-#include <QMessageBox>
-#include <QProcess>
+#include "platform/MessageBox.h"
 #include <QVBoxLayout>
 
-GamePage::GamePage(GameEntry game, QString hostFolder, std::shared_ptr<qf::SettingsStore> store,
-                   QWidget* parent)
+GamePage::GamePage(GameEntry game, QString hostFolder, PageServices services, QWidget* parent)
     : QWidget(parent), m_game(std::move(game)), m_hostFolder(std::move(hostFolder)),
-      m_store(std::move(store)), m_control(std::make_unique<qForms>())
+      m_services(std::move(services)), m_control(std::make_unique<qForms>())
 {
-    m_control->setSettingsStore(m_store);
+    m_control->setSettingsStore(m_services.store);
     m_control->setComponentFolder(m_hostFolder);
+    m_control->setMessageBox(m_services.messages);
+    m_control->setProgramStarter(
+        std::make_shared<EditorStarter>(m_services.messages, m_services.editor));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     m_view = new qf::ControlView(*m_control, this);
@@ -35,30 +37,35 @@ GamePage::~GamePage()
     delete m_view;
 }
 
-// Sets the control's properties in the order the control relies on: the game
-// name before the program (config list) and the language (captions), the host
-// folder, game data and language before the build.
-void GamePage::configure(int language)
+// The game name goes before the program (config list) and the language
+// (captions); host folder, game data and language before the build.
+void GamePage::configure(qForms& control, const GameEntry& game, const QString& hostFolder)
 {
-    m_control->setAppPath(m_hostFolder);
-    m_control->setQpGameName(m_game.name);
-    m_control->setQpQGD(m_game.gameData);
-    m_control->setQpGameBase(m_game.base);
+    control.setAppPath(hostFolder);
+    control.setQpGameName(game.name);
+    control.setQpQGD(game.gameData);
+    control.setQpGameBase(game.base);
     try {
-        m_control->setQpVersionType(m_game.versionType);
+        control.setQpVersionType(game.versionType);
     } catch (const std::exception&) {
-        m_control->setQpVersionType(QStringLiteral("0"));
+        control.setQpVersionType(QStringLiteral("0"));
     }
-    m_control->setQpUseModSelection(m_game.modSelection);
-    m_control->setQpUseAdditionalCommandLineParameters(m_game.commandLineParameters);
-    m_control->setQpUseConfigs(m_game.configs);
-    m_control->setQpGameApplication(m_game.application);
+    control.setQpUseModSelection(game.modSelection);
+    control.setQpUseAdditionalCommandLineParameters(game.commandLineParameters);
+    control.setQpUseConfigs(game.configs);
+    control.setQpGameApplication(game.application);
+}
+
+void GamePage::build(int language)
+{
+    configure(*m_control, m_game, m_hostFolder);
+    m_language = language;
     try {
         m_control->setQpLanguageIndex(qint16(language));
     } catch (const std::exception& error) {
-        QMessageBox::warning(this, m_game.name,
-                             tr("The texts of this language could not be loaded:\n%1")
-                                 .arg(QString::fromUtf8(error.what())));
+        m_services.messages->show(tr("The texts of this language could not be loaded:\n%1")
+                                      .arg(QString::fromUtf8(error.what())),
+                                  48, m_game.name);
     }
     m_control->qInitCustomControls();
 }
@@ -68,8 +75,11 @@ void GamePage::open(int language)
     if (m_open)
         return;
     m_open = true;
-    configure(language);
+    build(language);
     m_control->qLoadSettings();
+    // No stored folder runs no check; the status line should still say so.
+    if (m_control->qpGameStatusColour().isEmpty())
+        m_control->qCheckGame();
     emit changed();
 }
 
@@ -81,7 +91,7 @@ void GamePage::save()
 
 void GamePage::setLanguage(int language)
 {
-    if (!m_open)
+    if (!m_open || language == m_language)
         return;
     // Option widgets take their captions when they are built: park the
     // choices, build the page anew, and put them back.
@@ -89,38 +99,16 @@ void GamePage::setLanguage(int language)
     m_control->setSettingsStore(parked);
     m_control->qSaveSettings();
     m_control->qClear();
-    configure(language);
+    build(language);
     m_control->qLoadSettings();
-    m_control->setSettingsStore(m_store);
+    m_control->setSettingsStore(m_services.store);
     // The folder text came back unchanged, so no check ran: run one for the
     // status line's text in the new language.
     m_control->qCheckGame();
     emit changed();
 }
 
-QString GamePage::commandLine() const
+GameCommand GamePage::command() const
 {
-    const qf::ControlWidgets& w = m_control->widgets();
-    QString folder = m_control->qpGamePath();
-    if (!folder.isEmpty() && !folder.endsWith(QLatin1Char('/')) &&
-        !folder.endsWith(QLatin1Char('\\')))
-        folder += QLatin1Char('/');
-    // The program the check found: a typed program path names it, else the game's.
-    const QString typed = w.txtPath.text();
-    const QString program = typed.endsWith(QStringLiteral(".exe"), Qt::CaseInsensitive)
-                                ? typed
-                                : folder + m_game.application;
-    QStringList arguments{program};
-    if (m_game.modSelection && !w.comModSelect.text().isEmpty())
-        arguments << QStringLiteral("+set") << QStringLiteral("fs_game") << w.comModSelect.text();
-    if (m_game.configs && !w.lstConfig.fileName().isEmpty())
-        arguments << QStringLiteral("+exec") << w.lstConfig.fileName();
-    if (m_game.commandLineParameters)
-        arguments << QProcess::splitCommand(w.txtCLP.text());
-    QStringList quoted;
-    for (const QString& argument : arguments)
-        quoted << (argument.contains(QLatin1Char(' ')) || argument.isEmpty()
-                       ? QLatin1Char('"') + argument + QLatin1Char('"')
-                       : argument);
-    return quoted.join(QLatin1Char(' '));
+    return gameCommand(readPlayerChoices(*m_control, m_game));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GameCommand.h"
 #include "LauncherConfig.h"
 
 #include <QWidget>
@@ -10,19 +11,32 @@ class qForms;
 
 namespace qf {
 class ControlView;
+class MessageBox;
 class SettingsStore;
 } // namespace qf
+
+// What every game page shares with the window.
+struct PageServices {
+    std::shared_ptr<qf::SettingsStore> store;
+    std::shared_ptr<qf::MessageBox> messages;
+    // The program that opens a config file.
+    QString editor = QStringLiteral("xdg-open");
+};
 
 // One game page: an options control for the game, shown in its view.
 class GamePage : public QWidget {
     Q_OBJECT
 public:
-    GamePage(GameEntry game, QString hostFolder, std::shared_ptr<qf::SettingsStore> store,
-             QWidget* parent = nullptr);
+    GamePage(GameEntry game, QString hostFolder, PageServices services, QWidget* parent = nullptr);
     ~GamePage() override;
+
+    // Sets the control's properties for the game, all but the language, in the
+    // order the control relies on.
+    static void configure(qForms& control, const GameEntry& game, const QString& hostFolder);
 
     const GameEntry& game() const { return m_game; }
     qForms& control() { return *m_control; }
+    qf::ControlView& view() { return *m_view; }
     bool isOpen() const { return m_open; }
 
     // Builds the page and restores the stored choices, the first time only.
@@ -31,20 +45,21 @@ public:
     void save();
     // Captions the page in another language, keeping the choices on it.
     void setLanguage(int language);
-    // The command the launcher would start for the game with these choices.
-    QString commandLine() const;
+    // The command the launcher starts for the game with these choices.
+    GameCommand command() const;
 
 signals:
     // The status line or a choice that goes into the command line changed.
     void changed();
 
 private:
-    void configure(int language);
+    void build(int language);
 
     GameEntry m_game;
     QString m_hostFolder;
-    std::shared_ptr<qf::SettingsStore> m_store;
+    PageServices m_services;
     std::unique_ptr<qForms> m_control;
     qf::ControlView* m_view = nullptr;
     bool m_open = false;
+    int m_language = 0;
 };

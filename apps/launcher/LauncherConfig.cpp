@@ -2,10 +2,11 @@
 
 #include <QSettings>
 
-QList<GameEntry> readLauncherConfig(const QString& hostFolder)
+LauncherConfig readLauncherConfig(const QString& fileName)
 {
-    const QSettings file(hostFolder + QStringLiteral("/launcher.ini"), QSettings::IniFormat);
-    QList<GameEntry> games;
+    const QSettings file(fileName, QSettings::IniFormat);
+    LauncherConfig config;
+    config.windowsRunner = file.value(QStringLiteral("Launcher/WindowsRunner")).toString();
     const int count = file.value(QStringLiteral("Games/Count"), 0).toInt();
     for (int i = 1; i <= count; ++i) {
         const QString group = QStringLiteral("Game%1/").arg(i);
@@ -25,7 +26,7 @@ QList<GameEntry> readLauncherConfig(const QString& hostFolder)
                        flag("Configs"),
                        text("Installation")};
         if (!game.name.isEmpty())
-            games.append(game);
+            config.games.append(game);
     }
-    return games;
+    return config;
 }

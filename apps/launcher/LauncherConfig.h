@@ -17,6 +17,13 @@ struct GameEntry {
     QString installation;
 };
 
-// The games of <hostFolder>/launcher.ini, in their order; empty when the file
-// is missing.
-QList<GameEntry> readLauncherConfig(const QString& hostFolder);
+struct LauncherConfig {
+    QList<GameEntry> games;
+    // [Launcher] WindowsRunner: the program that runs Windows games instead of
+    // wine; empty for the default.
+    QString windowsRunner;
+};
+
+// The games of a launcher configuration file (launcher.ini), in their order;
+// no games when the file is missing.
+LauncherConfig readLauncherConfig(const QString& file);

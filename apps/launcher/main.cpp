@@ -1,78 +1,117 @@
 #include "GamePage.h"
 #include "HostFolder.h"
+#include "LauncherArguments.h"
 #include "LauncherConfig.h"
 #include "LauncherWindow.h"
 #include "SampleInstallations.h"
 #include "platform/IniFileSettingsStore.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QMessageBox>
 #include <QTextStream>
 #include <QTimer>
 
+#include <cstdio>
+
+namespace {
+
+int fail(const QString& message)
+{
+    QTextStream(stderr) << "qforms-launcher: " << message << Qt::endl;
+    return 2;
+}
+
+// Ends the program after the window's first paint.
+class FirstPaint : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            QTimer::singleShot(0, qApp, [] { QApplication::exit(0); });
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
 int main(int argc, char** argv)
 {
+    // --help, --version and wrong arguments are answered before any window
+    // exists, so they work without a display.
+    const LauncherArguments arguments = parseLauncherArguments(argc, argv);
+    if (!arguments.output.isEmpty()) {
+        std::fputs(arguments.output.toLocal8Bit().constData(), arguments.error ? stderr : stdout);
+        return arguments.error ? 2 : 0;
+    }
+    if (!arguments.printCommand && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+        qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return fail(QStringLiteral(
+            "no display to show the window on. Start it from a desktop session, run "
+            "scripts/launcher.sh (it uses a virtual display), or take a picture of the window "
+            "with QT_QPA_PLATFORM=offscreen qforms-launcher --screenshot shot.png"));
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("qforms-launcher"));
     QApplication::setApplicationDisplayName(QStringLiteral("Quillmarsh 2"));
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Sample game launcher with the qForms options control"));
-    parser.addHelpOption();
-    const QCommandLineOption game(
-        QStringLiteral("game"), QStringLiteral("Open the page of game <number> (1 is the first)."),
-        QStringLiteral("number"), QStringLiteral("1"));
-    const QCommandLineOption language(
-        QStringLiteral("language"),
-        QStringLiteral("Show the texts in language <index> (0 English, 1 German)."),
-        QStringLiteral("index"), QStringLiteral("0"));
-    const QCommandLineOption screenshot(
-        QStringLiteral("screenshot"),
-        QStringLiteral("Save a picture of the window to <file> and quit."), QStringLiteral("file"));
-    const QCommandLineOption printCommand(
-        QStringLiteral("print-command"),
-        QStringLiteral("Print the command the launcher would start for the game, with the stored "
-                       "choices, and quit."));
-    parser.addOptions({game, language, screenshot, printCommand});
-    parser.process(app);
+    QApplication::setApplicationVersion(QStringLiteral(QFORMS_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("qforms-launcher"));
 
     const QString hostFolder = findHostFolder();
-    const QList<GameEntry> games = readLauncherConfig(hostFolder);
-    if (hostFolder.isEmpty() || games.isEmpty()) {
-        QMessageBox::critical(nullptr, QStringLiteral("Quillmarsh 2"),
-                              QApplication::translate("main",
-                                                      "The sample host folder is missing. "
-                                                      "Build or install the launcher again."));
+    const LauncherConfig config =
+        readLauncherConfig(arguments.config.isEmpty() ? hostFolder + QStringLiteral("/launcher.ini")
+                                                      : arguments.config);
+    if (hostFolder.isEmpty() || config.games.isEmpty()) {
+        const QString message =
+            hostFolder.isEmpty()
+                ? QApplication::translate("main", "The sample host folder is missing. "
+                                                  "Build or install the launcher again.")
+                : QApplication::translate("main", "The launcher configuration lists no games.");
+        if (arguments.printCommand || !arguments.screenshot.isEmpty())
+            return fail(message);
+        QMessageBox::critical(nullptr, QStringLiteral("Quillmarsh 2"), message);
         return 1;
     }
+    if (arguments.game > config.games.size())
+        return fail(QStringLiteral("there is no game %1: the launcher has %2 games (1 to %2).")
+                        .arg(arguments.game)
+                        .arg(config.games.size()));
 
     auto store = std::make_shared<qf::IniFileSettingsStore>();
     const SampleInstallations samples;
     if (samples.create()) {
         try {
-            samples.offerAsStoredPaths(games, *store);
+            samples.offerAsStoredPaths(config.games, *store);
         } catch (const std::exception& error) {
             qWarning("The sample games' folders could not be stored: %s", error.what());
         }
     }
 
-    LauncherWindow window(hostFolder, games, store);
-    window.setLanguageIndex(parser.value(language).toInt());
-    const int row = parser.value(game).toInt() - 1;
+    LauncherWindow window(hostFolder, config, store);
+    // The language goes first, so the first page is built once, in it.
+    window.setLanguageIndex(arguments.language);
+    int row = arguments.game - 1;
+    if (row < 0)
+        row = qMax(0, window.rememberedGame());
     window.showGame(row);
-    if (parser.isSet(printCommand)) {
-        if (!window.page(row))
-            return 2;
-        QTextStream(stdout) << window.page(row)->commandLine() << Qt::endl;
+    if (arguments.printCommand) {
+        QTextStream(stdout) << window.page(row)->command().text() << Qt::endl;
         return 0;
     }
     window.show();
-    if (parser.isSet(screenshot)) {
+    if (arguments.play)
+        window.play();
+    if (arguments.quitAfterPaint)
+        window.installEventFilter(new FirstPaint(&window));
+    if (!arguments.screenshot.isEmpty()) {
         QTimer::singleShot(300, &window, [&] {
-            const bool saved = window.grab().save(parser.value(screenshot));
-            QApplication::exit(saved ? 0 : 1);
+            window.checkRemainingGames();
+            if (!window.grab().save(arguments.screenshot)) {
+                QApplication::exit(fail(QStringLiteral("the picture could not be saved as %1.")
+                                            .arg(arguments.screenshot)));
+                return;
+            }
+            QApplication::exit(0);
         });
     }
     return app.exec();

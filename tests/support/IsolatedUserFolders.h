@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-// Points the user's configuration and data folders into a temporary folder for
+// Points the user's configuration, data and cache folders into a temporary folder for
 // the whole test run, so no test reads or writes the user's own settings.
 class IsolatedUserFolders {
 public:
@@ -12,6 +12,7 @@ public:
     {
         setenv("XDG_CONFIG_HOME", qPrintable(m_home.filePath(QStringLiteral("config"))), 1);
         setenv("XDG_DATA_HOME", qPrintable(m_home.filePath(QStringLiteral("data"))), 1);
+        setenv("XDG_CACHE_HOME", qPrintable(m_home.filePath(QStringLiteral("cache"))), 1);
     }
     bool isValid() const { return m_home.isValid(); }
 

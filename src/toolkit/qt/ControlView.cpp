@@ -4,6 +4,9 @@
 #include "toolkit/UnloadBatch.h"
 #include "toolkit/qt/QtFileDialog.h"
 #include "toolkit/qt/QtMessageBox.h"
+#include "toolkit/qt/WidgetDescriptions.h"
+
+#include <QTimer>
 
 #include <QHash>
 #include <QSet>
@@ -35,20 +38,25 @@ ControlView::ControlView(qForms& control, QWidget* parent)
     bindArray(w.Combo1);
     bindArray(w.Text1);
 
-    QWidget* focusOrder[] = {viewOf(w.txtPath),      viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
-                             viewOf(w.comModSelect), viewOf(w.txtCLP),    viewOf(w.lstConfig),
-                             viewOf(w.cmdEdit)};
-    for (size_t i = 1; i < std::size(focusOrder); ++i)
-        setTabOrder(focusOrder[i - 1], focusOrder[i]);
+    m_fixedFocus = {viewOf(w.txtPath),      viewOf(w.cmdBrowse), viewOf(w.chkModCheck),
+                    viewOf(w.comModSelect), viewOf(w.txtCLP),    viewOf(w.lstConfig),
+                    viewOf(w.cmdEdit)};
 
-    // Dialogs open over this view unless the host brought its own.
+    // Dialogs open over this view unless the host brought its own; Browse
+    // starts in the game's folder.
     if (!control.hasFileDialog())
-        control.setFileDialog(std::make_shared<QtFileDialog>(this));
+        control.setFileDialog(std::make_shared<QtFileDialog>(this, [this]() -> QString {
+            if (!m_control)
+                return {};
+            const QString folder = m_control->qpGamePath();
+            return folder.isEmpty() ? m_control->widgets().txtPath.text() : folder;
+        }));
     if (!control.hasMessageBox())
         control.setMessageBox(std::make_shared<QtMessageBox>(this));
 
     connect(&control, &QObject::destroyed, this, [this] { controlDestroyed(); });
     m_batchEnded = UnloadBatch::ended().connect([this] { takeDownPending(); });
+    describe();
 }
 
 ControlView::~ControlView()
@@ -88,7 +96,14 @@ void ControlView::bind(Widget& model)
         WidgetBinding::create(model, loadedFrame ? framesLayer(parent) : parent, m_scale);
     if (frame && !loadedFrame)
         binding->view()->lower();
+    binding->setObserver([this](Property property) {
+        if (property != Property::Value && property != Property::Text &&
+            property != Property::ListIndex)
+            describeSoon();
+    });
     m_bindings[&model] = std::move(binding);
+    m_bindOrder.push_back(&model);
+    describeSoon();
 }
 
 QWidget* ControlView::framesLayer(QWidget* parent)
@@ -168,6 +183,59 @@ void ControlView::takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings)
     }
     // What is left lost its widget with an ancestor's.
     bindings.clear();
+
+QList<QWidget*> ControlView::focusChain() const
+{
+    QList<QWidget*> chain(m_fixedFocus.begin(), m_fixedFocus.end());
+    QSet<const QWidget*> inChain(chain.begin(), chain.end());
+    for (const Widget* model : m_bindOrder) {
+        // Models unbound since the last compaction are gone: look them up, never touch them.
+        const auto found = m_bindings.find(model);
+        QWidget* view = found == m_bindings.end() ? nullptr : found->second->view();
+        if (view && view->focusPolicy() != Qt::NoFocus && !inChain.contains(view)) {
+            inChain.insert(view);
+            chain << view;
+        }
+    }
+    return chain;
+}
+
+// Unbinding leaves its model in m_bindOrder, since erasing there one at a
+// time would make clearing many widgets quadratic; this drops them at once.
+void ControlView::compactBindOrder()
+{
+    QSet<const Widget*> kept;
+    std::erase_if(m_bindOrder, [&](const Widget* model) {
+        if (!m_bindings.contains(model) || kept.contains(model))
+            return true;
+        kept.insert(model);
+        return false;
+    });
+}
+
+void ControlView::describeSoon()
+{
+    if (m_describeQueued)
+        return;
+    m_describeQueued = true;
+    QTimer::singleShot(0, this, [this] { describe(); });
+}
+
+void ControlView::describe()
+{
+    m_describeQueued = false;
+    if (!m_control)
+        return;
+    compactBindOrder();
+    std::vector<ShownWidget> shown;
+    shown.reserve(m_bindOrder.size());
+    for (const Widget* model : m_bindOrder)
+        if (QWidget* view = viewOf(*model))
+            shown.push_back({model, view});
+    describeWidgets(shown);
+    const QList<QWidget*> chain = focusChain();
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain.at(i - 1), chain.at(i));
 }
 
 template <typename T> void ControlView::bindArray(WidgetArray<T>& array)
@@ -192,6 +260,7 @@ void ControlView::controlDestroyed()
         all.push_back(std::move(binding));
     }
     m_bindings.clear();
+    m_bindOrder.clear();
     m_disconnectArrays.clear();
     takeDown(std::move(all));
 }

@@ -29,6 +29,13 @@ public:
     // The QWidget that shows a model; nullptr for a model without one.
     QWidget* viewOf(const Widget& model) const;
     const TwipScale& scale() const { return m_scale; }
+    // The widgets that take the keyboard, in the order Tab visits them: the
+    // fixed widgets in their documented order, then the options in the order
+    // of their entries.
+    QList<QWidget*> focusChain() const;
+    // Names the widgets for screen readers and gives cut captions a tooltip;
+    // runs by itself soon after the captions or the widgets change.
+    void describe();
 
 private:
     void bind(Widget& model);
@@ -39,6 +46,8 @@ private:
     void controlDestroyed();
     void takeDownPending();
     static void takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings);
+    void describeSoon();
+    void compactBindOrder();
 
     QPointer<qForms> m_control;
     TwipScale m_scale;
@@ -49,6 +58,10 @@ private:
     // Bindings of elements unloaded in a running UnloadBatch.
     std::vector<std::unique_ptr<WidgetBinding>> m_pending;
     int m_batchEnded = 0;
+    // Every bound model in the order it was bound: entries in their order.
+    std::vector<const Widget*> m_bindOrder;
+    std::vector<QWidget*> m_fixedFocus;
+    bool m_describeQueued = false;
 };
 
 } // namespace qf

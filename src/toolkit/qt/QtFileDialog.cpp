@@ -1,8 +1,10 @@
 #include "toolkit/qt/QtFileDialog.h"
 
 #include "platform/Errors.h"
+#include "platform/Paths.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 
 namespace qf {
 
@@ -43,6 +45,14 @@ FileDialogResult QtFileDialog::showOpen(const FileDialogRequest& request)
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters(nameFilters(request.filter));
+    if (m_startFolder) {
+        // A program path in the folder box stands for its folder.
+        QString folder = paths::resolve(m_startFolder());
+        if (paths::isFile(folder))
+            folder = QFileInfo(folder).path();
+        if (!folder.isEmpty() && paths::isDirectory(folder))
+            dialog.setDirectory(folder);
+    }
     dialog.selectFile(request.fileName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         if (request.cancelError)

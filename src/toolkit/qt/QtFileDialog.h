@@ -5,12 +5,19 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 namespace qf {
 
 // The control's open-file dialog as a QFileDialog over the given window.
 class QtFileDialog : public FileDialog {
 public:
-    explicit QtFileDialog(QWidget* parent) : m_parent(parent) {}
+    // startFolder: where the dialog opens, asked each time (the game's folder);
+    // an empty or missing folder leaves the choice to Qt.
+    explicit QtFileDialog(QWidget* parent, std::function<QString()> startFolder = {})
+        : m_parent(parent), m_startFolder(std::move(startFolder))
+    {
+    }
 
     FileDialogResult showOpen(const FileDialogRequest& request) override;
 
@@ -20,6 +27,7 @@ public:
 
 private:
     QPointer<QWidget> m_parent;
+    std::function<QString()> m_startFolder;
 };
 
 } // namespace qf

@@ -343,6 +343,8 @@ WidgetBinding::WidgetBinding(Widget& model, QWidget* view, TwipScale scale)
     m_connection = model.changed.connect([this](Property property) {
         if (m_view)
             show(property);
+        if (m_observer)
+            m_observer(property);
     });
 }
 

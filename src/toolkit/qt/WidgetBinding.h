@@ -29,6 +29,8 @@ public:
     // Stops listening to the model while it is still there, so that the
     // binding may outlive it.
     void stopListening();
+    // Told after the view showed a changed property of the model.
+    void setObserver(std::function<void(Property)> observer) { m_observer = std::move(observer); }
 
 protected:
     WidgetBinding(Widget& model, QWidget* view, TwipScale scale);
@@ -45,6 +47,7 @@ private:
     Widget& m_model;
     QPointer<QWidget> m_view;
     TwipScale m_scale;
+    std::function<void(Property)> m_observer;
     int m_connection = 0;
     bool m_attached = true;
 };
