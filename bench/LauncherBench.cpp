@@ -6,7 +6,7 @@
 #include "LauncherWindow.h"
 #include "SampleInstallations.h"
 #include "platform/IniFileSettingsStore.h"
-#include "settings/SettingsKeys.h"
+#include "context/SettingsKeys.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>

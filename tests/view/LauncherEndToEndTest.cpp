@@ -6,7 +6,7 @@
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
 #include "platform/MessageBox.h"
-#include "settings/SettingsKeys.h"
+#include "context/SettingsKeys.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -183,6 +183,7 @@ void ControlView::takeDown(std::vector<std::unique_ptr<WidgetBinding>> bindings)
     }
     // What is left lost its widget with an ancestor's.
     bindings.clear();
+}
 
 QList<QWidget*> ControlView::focusChain() const
 {
