@@ -1,8 +1,10 @@
 #include "control/qForms.h"
 #include "platform/Errors.h"
 
+#include <QFile>
 #include <QMetaClassInfo>
 #include <QMetaProperty>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using qf::Widget;
@@ -77,7 +79,44 @@ TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMeta
     EXPECT_STREQ(meta->classInfo(meta->indexOfClassInfo("qpGameStatusColour")).value(),
                  "Colour of detection bar.");
     EXPECT_GE(meta->indexOfSignal("StatusChange()"), 0);
-    EXPECT_EQ(meta->propertyCount() - meta->propertyOffset(), 13);
+    // The thirteen of the component, and the player's four choices, read only.
+    EXPECT_EQ(meta->propertyCount() - meta->propertyOffset(), 17);
+    for (const char* choice : {"chosenMod", "chosenConfig", "additionalParameters", "programPath"})
+        EXPECT_FALSE(control.setProperty(choice, QStringLiteral("forged"))) << choice;
+}
+
+TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOnce)
+{
+    QTemporaryDir game;
+    QFile(game.filePath(QStringLiteral("Arena.exe"))).open(QIODevice::WriteOnly);
+    qForms control;
+    control.setQpGameApplication(QStringLiteral("arena.exe"));
+    int program = 0, parameters = 0;
+    QStringList mods;
+    QObject::connect(&control, &qForms::programPathChanged, [&] { ++program; });
+    QObject::connect(&control, &qForms::additionalParametersChanged, [&] { ++parameters; });
+    QObject::connect(&control, &qForms::chosenModChanged, [&](const QString& m) { mods << m; });
+    auto& w = control.widgets();
+
+    w.txtPath.setText(game.path());
+    w.txtPath.setText(game.path()); // the same folder: no news
+    EXPECT_EQ(control.programPath(), game.filePath(QStringLiteral("Arena.exe")));
+    EXPECT_EQ(program, 1);
+    w.txtPath.setText(QString());
+    EXPECT_EQ(control.programPath(), QString());
+
+    w.txtCLP.setText(QStringLiteral("+set fov 90"));
+    EXPECT_EQ(control.additionalParameters(), QString()) << "the box is off";
+    control.setQpUseAdditionalCommandLineParameters(true);
+    EXPECT_EQ(control.additionalParameters(), QStringLiteral("+set fov 90"));
+    EXPECT_EQ(parameters, 1);
+
+    control.setQpUseModSelection(true);
+    w.comModSelect.addItem(QString());
+    w.comModSelect.addItem(QStringLiteral("ctf"));
+    w.comModSelect.setListIndex(1);
+    EXPECT_EQ(control.chosenMod(), QStringLiteral("ctf"));
+    EXPECT_EQ(mods, QStringList{QStringLiteral("ctf")});
 }
 
 TEST(ControlProperties, VersionTypeKeepsNumbersBelowThreeTurnsHigherOnesIntoNoneAndRejectsText)

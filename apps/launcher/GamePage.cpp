@@ -110,5 +110,5 @@ void GamePage::setLanguage(int language)
 
 GameCommand GamePage::command() const
 {
-    return gameCommand(readPlayerChoices(*m_control, m_game));
+    return gameCommand(readPlayerChoices(*m_control));
 }

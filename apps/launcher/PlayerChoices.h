@@ -1,7 +1,5 @@
 #pragma once
 
-#include "LauncherConfig.h"
-
 #include <QString>
 
 class qForms;
@@ -16,6 +14,5 @@ struct PlayerChoices {
     QString parameters;
 };
 
-// Reads the choices off the control. The one place that knows where the
-// control keeps them.
-PlayerChoices readPlayerChoices(const qForms& control, const GameEntry& game);
+// The choices as the control's read-only properties give them.
+PlayerChoices readPlayerChoices(const qForms& control);

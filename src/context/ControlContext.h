@@ -41,6 +41,10 @@ public:
     QString strProfileBuffer;
     qint32 intProfileLength = 0;
 
+    // The program the last game check looked for, as a path of this system;
+    // empty while no folder is chosen.
+    QString programPath;
+
     // How deep visual function rules are nested in each other right now.
     int ruleDepth = 0;
 

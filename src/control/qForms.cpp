@@ -19,6 +19,45 @@ qForms::qForms(QObject* parent) : QObject(parent), m_context(std::make_unique<qf
     w.Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
     w.comModSelect.click.connect([this] { comModSelect_Click(); });
     w.cmdEdit.click.connect([this] { cmdEdit_Click(); });
+    for (qf::Widget* choice :
+         std::initializer_list<qf::Widget*>{&w.comModSelect, &w.lstConfig, &w.txtCLP})
+        choice->changed.connect([this](qf::Property) { announceChoices(); });
+}
+
+QString qForms::chosenMod() const
+{
+    return m_context->bolUseModSelection ? m_context->widgets.comModSelect.text() : QString();
+}
+
+QString qForms::chosenConfig() const
+{
+    return m_context->bolUseConfigs ? m_context->widgets.lstConfig.fileName() : QString();
+}
+
+QString qForms::additionalParameters() const
+{
+    return m_context->bolUseAdditionalCommandLineParameters ? m_context->widgets.txtCLP.text()
+                                                            : QString();
+}
+
+QString qForms::programPath() const
+{
+    return m_context->programPath;
+}
+
+void qForms::announceChoices()
+{
+    const auto announce = [this](QString& said, const QString& now,
+                                 void (qForms::*signal)(const QString&)) {
+        if (said == now)
+            return;
+        said = now;
+        emit(this->*signal)(now);
+    };
+    announce(m_announcedMod, chosenMod(), &qForms::chosenModChanged);
+    announce(m_announcedConfig, chosenConfig(), &qForms::chosenConfigChanged);
+    announce(m_announcedParameters, additionalParameters(), &qForms::additionalParametersChanged);
+    announce(m_announcedProgram, programPath(), &qForms::programPathChanged);
 }
 
 qForms::~qForms() = default;
@@ -83,6 +122,7 @@ void qForms::setQpUseModSelection(bool strUseModSelection2)
     auto& w = m_context->widgets;
     switchGroup({&w.chkModCheck, &w.comModSelect, &w.lblModName}, strUseModSelection2);
     m_context->bolUseModSelection = strUseModSelection2;
+    announceChoices();
 }
 
 bool qForms::qpUseAdditionalCommandLineParameters() const
@@ -95,6 +135,7 @@ void qForms::setQpUseAdditionalCommandLineParameters(bool strUseAdditionalComman
     auto& w = m_context->widgets;
     switchGroup({&w.txtCLP, &w.lblCLP}, strUseAdditionalCommandLineParameters2);
     m_context->bolUseAdditionalCommandLineParameters = strUseAdditionalCommandLineParameters2;
+    announceChoices();
 }
 
 bool qForms::qpUseConfigs() const
@@ -107,6 +148,7 @@ void qForms::setQpUseConfigs(bool bolUseConfigs2)
     auto& w = m_context->widgets;
     switchGroup({&w.lblSelectConfig, &w.cmdEdit, &w.lstConfig}, bolUseConfigs2);
     m_context->bolUseConfigs = bolUseConfigs2;
+    announceChoices();
 }
 
 QString qForms::qpGameApplication() const
@@ -193,6 +235,7 @@ QVariant qForms::qCheckGame()
 {
     const qf::RoutineScope routine(*m_context, "qCheckGame");
     qf::detect::qCheckGame(*m_context);
+    announceChoices();
     return {};
 }
 
@@ -246,6 +289,7 @@ void qForms::txtPath_Change()
 {
     const qf::RoutineScope routine(*m_context, "txtPath_Change");
     qf::detect::qCheckGame(*m_context);
+    announceChoices();
 }
 
 void qForms::comModSelect_Click()

@@ -65,6 +65,12 @@ class qForms : public QObject {
     Q_PROPERTY(QString qpVersionType READ qpVersionType WRITE setQpVersionType)
     Q_PROPERTY(QString qpQGD READ qpQGD WRITE setQpQGD)
     Q_PROPERTY(QString AppPath READ AppPath WRITE setAppPath)
+    // The player's choices, read only, for the host that starts the game.
+    Q_PROPERTY(QString chosenMod READ chosenMod NOTIFY chosenModChanged)
+    Q_PROPERTY(QString chosenConfig READ chosenConfig NOTIFY chosenConfigChanged)
+    Q_PROPERTY(
+        QString additionalParameters READ additionalParameters NOTIFY additionalParametersChanged)
+    Q_PROPERTY(QString programPath READ programPath NOTIFY programPathChanged)
 
 public:
     explicit qForms(QObject* parent = nullptr);
@@ -96,6 +102,17 @@ public:
     void setQpQGD(const QString& strQGDFile2);
     QString AppPath() const;
     void setAppPath(const QString& strAppPath2);
+
+    // The mod chosen in the mod list; empty for none or while the list is off.
+    QString chosenMod() const;
+    // The file name chosen in the config list; empty while the list is off.
+    QString chosenConfig() const;
+    // The additional command-line parameters; empty while the box is off.
+    QString additionalParameters() const;
+    // The program the last game check looked for, as a path of this system
+    // (folder and program name resolved without regard to case); empty while
+    // no folder is chosen.
+    QString programPath() const;
 
     // Builds the dynamic widgets from section "Custom Controls" of the game
     // data file. Failing steps are skipped; nothing is reported.
@@ -164,7 +181,18 @@ public:
 
 signals:
     void StatusChange();
+    void chosenModChanged(const QString& mod);
+    void chosenConfigChanged(const QString& config);
+    void additionalParametersChanged(const QString& parameters);
+    void programPathChanged(const QString& path);
 
 private:
+    // Emits the change signals of the choices that differ from what they said last.
+    void announceChoices();
+
     std::unique_ptr<qf::ControlContext> m_context;
+    QString m_announcedMod;
+    QString m_announcedConfig;
+    QString m_announcedParameters;
+    QString m_announcedProgram;
 };

@@ -5,6 +5,7 @@
 #include "detect/Function.h"
 #include "detect/GameStatus.h"
 #include "mods/Mods.h"
+#include "platform/Paths.h"
 
 namespace qf::detect {
 
@@ -71,6 +72,7 @@ std::optional<QString> detectVersion(ControlContext& context, const GameLocation
     // a folder that ends in one gives two in a row, which the file check takes
     // as one.
     const QString program = context.strGamePath + QLatin1Char('\\') + location.applicationName;
+    context.programPath = paths::resolve(program);
     bool found = false;
     skipOnError(context, {}, [&] { found = context.languageTextProvider().fileExists(program); });
     if (!found)
@@ -102,6 +104,7 @@ void qCheckGame(ControlContext& context)
     const GameLocation location = deriveLocation(context);
 
     if (context.strGamePath.size() < 3) {
+        context.programPath.clear();
         context.strGameStatusColour = status::NotConfigured.colourName;
         skipOnError(context, {}, [&] {
             w.lblStatus.setCaption(
