@@ -82,6 +82,40 @@ void saveGeneration(IniFileSettingsStore& store, int generation, int keys)
 
 } // namespace
 
+// Why the store writes its files itself: QSettings reports success for a file
+// cut short when its last write fails.
+TEST(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"host.ini"_s);
+    {
+        QSettings host(file, QSettings::IniFormat);
+        for (int k = 0; k < 50; ++k)
+            host.setValue(u"Arena/Key %1"_s.arg(k), QString(100, u'o'));
+    }
+    const QByteArray old = contents(file);
+    const pid_t child = forkRunning([&] {
+        const FileSizeLimit cutShort(100);
+        QSettings host(file, QSettings::IniFormat);
+        host.setValue(u"Other/Path"_s, u"/games/other"_s);
+        host.sync();
+        if (host.status() != QSettings::NoError)
+            throw 1;
+    });
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "QSettings saw the failure";
+    const QByteArray committed = contents(file);
+    EXPECT_EQ(committed.size(), 100);
+    EXPECT_TRUE(old.startsWith(committed));
+    EXPECT_FALSE(QSettings(file, QSettings::IniFormat).contains(u"Arena/Key 49"_s));
+
+    // Nor can a game name holding "/" be one group: "/" separates groups.
+    QSettings host(dir.filePath(u"layout.ini"_s), QSettings::IniFormat);
+    host.setValue(u"My/Game/Path"_s, u"a"_s);
+    EXPECT_EQ(host.childGroups(), QStringList{u"My"_s});
+}
+
 TEST(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
 {
     QTemporaryDir dir;
