@@ -2,6 +2,7 @@
 #include "platform/IniFileSettingsStore.h"
 #include "support/SettingsSaveCheck.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPoint>
 #include <QSettings>
@@ -162,4 +163,17 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
     replaced.replace("/games/new", "/games/old");
     replaceFile(file, replaced);
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/old"_s);
+}
+
+// Inputs the fuzz target once found at fault, kept so every build checks them.
+TEST(SettingsStoreTest, InputsOnceFoundAtFaultSaveCorrectly)
+{
+    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
+    const QStringList inputs = corpus.entryList(QDir::Files);
+    EXPECT_FALSE(inputs.isEmpty());
+    for (const QString& name : inputs) {
+        QFile input(corpus.filePath(name));
+        ASSERT_TRUE(input.open(QIODevice::ReadOnly)) << name;
+        EXPECT_EQ(test::checkSettingsSaveInput(input.readAll()), QStringList()) << name;
+    }
 }
