@@ -187,6 +187,10 @@ public:
 
 signals:
     void StatusChange();
+    // A qSaveSettings() whose write of the settings file failed, once per
+    // failed write; the message names the file and the system's reason. The
+    // choices stay with the store for the next save.
+    void settingsSaveFailed(const QString& message);
 
 private:
     void switchGroup(std::initializer_list<qf::Widget*> group, bool visible);

@@ -54,7 +54,11 @@ QVariant qForms::qSaveSettings()
     }
 
     // The one write of the file. When it fails the control goes on; the values
-    // stay with the store for its next write.
-    qf::skipOnError([&] { settingsStore().sync(); });
+    // stay with the store for its next write, and the host hears of it.
+    try {
+        settingsStore().sync();
+    } catch (const qf::Error& error) {
+        emit settingsSaveFailed(error.message());
+    }
     return {};
 }
