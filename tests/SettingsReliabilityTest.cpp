@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -227,6 +228,45 @@ TEST(SettingsReliabilityTest, SaveSettingsGoesOnWhenTheFileCannotBeWritten)
     EXPECT_TRUE(contents(file).contains("/new"));
 }
 
+// Root writes into read-only folders; the check runs as nobody then.
+TEST(SettingsReliabilityTest, ASaveIntoAReadOnlyFolderIsReportedOnceWithItsReason)
+{
+    const pid_t child = forkRunning([] {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+            throw 1;
+        QTemporaryDir dir;
+        const auto store = std::make_shared<IniFileSettingsStore>(dir.path());
+        qForms control;
+        control.setSettingsStore(store);
+        control.setQpGameName(u"Arena"_s);
+        QStringList messages;
+        QObject::connect(&control, &qForms::settingsSaveFailed,
+                         [&](const QString& message) { messages.append(message); });
+        control.widgets().txtPath.setText(u"/old"_s);
+        control.qSaveSettings();
+        const QByteArray old = contents(store->fileName(App));
+
+        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+        control.widgets().txtPath.setText(u"/new"_s);
+        EXPECT_TRUE(control.qSaveSettings().isNull());
+        EXPECT_EQ(contents(store->fileName(App)), old);
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_TRUE(messages.value(0).contains(store->fileName(App))) << messages.value(0);
+        EXPECT_TRUE(messages.value(0).contains(u"Permission denied"_s)) << messages.value(0);
+
+        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        control.qSaveSettings();
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_TRUE(contents(store->fileName(App)).contains("/new"));
+        std::fflush(stdout);
+        if (::testing::Test::HasFailure())
+            throw 1;
+    });
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+}
+
 TEST(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
 {
     QTemporaryDir dir;
@@ -239,9 +279,12 @@ TEST(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
     // The disk fills up after the write began.
     const QString big(64 * 1024, u'v');
     store.saveValue(App, u"Arena"_s, u"Path"_s, big);
-    {
+    try {
         const FileSizeLimit fewKilobytes(4096);
-        EXPECT_THROW(store.sync(), SaveError);
+        store.sync();
+        ADD_FAILURE() << "the sync succeeded";
+    } catch (const SaveError& error) {
+        EXPECT_TRUE(error.message().contains(file + u": File too large"_s)) << error.message();
     }
     EXPECT_EQ(contents(file), old);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{App + u".ini"_s});
