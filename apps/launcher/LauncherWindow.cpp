@@ -74,6 +74,13 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const QList<GameEntry>
     commandRow->addWidget(m_commandLine);
     layout->addLayout(commandRow);
 
+    m_saveFailure = new QLabel(central);
+    m_saveFailure->setObjectName(QStringLiteral("saveFailure"));
+    m_saveFailure->setStyleSheet(QStringLiteral("color: #b00000"));
+    m_saveFailure->setWordWrap(true);
+    m_saveFailure->hide();
+    layout->addWidget(m_saveFailure);
+
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, central);
     connect(buttons, &QDialogButtonBox::accepted, this, &LauncherWindow::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
@@ -124,9 +131,20 @@ void LauncherWindow::showGame(int row)
 
 void LauncherWindow::accept()
 {
+    // The pages share one store, so a failed write fails again for each page.
+    QStringList failures;
     for (int row = 0; row < m_pages->count(); ++row)
-        page(row)->save();
-    close();
+        if (const QString failure = page(row)->save(); !failure.isEmpty())
+            failures.append(failure);
+    failures.removeDuplicates();
+    if (failures.isEmpty()) {
+        m_saveFailure->hide();
+        close();
+        return;
+    }
+    m_saveFailure->setText(
+        tr("Your choices were not kept. %1\nPress OK to try again.").arg(failures.join(u'\n')));
+    m_saveFailure->show();
 }
 
 void LauncherWindow::updateGameItem(int row)

@@ -8,6 +8,7 @@
 
 class GamePage;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QStackedWidget;
@@ -31,7 +32,9 @@ public:
     int languageIndex() const;
     void setLanguageIndex(int index);
 
-    // OK: every opened page stores its choices, then the window closes.
+    // OK: every opened page stores its choices, then the window closes. When
+    // the settings file cannot be written the window stays, with the choices
+    // on it and the reason below them, and OK tries again.
     void accept();
 
 private:
@@ -43,4 +46,5 @@ private:
     QStackedWidget* m_pages = nullptr;
     QComboBox* m_language = nullptr;
     QLineEdit* m_commandLine = nullptr;
+    QLabel* m_saveFailure = nullptr;
 };
