@@ -7,7 +7,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
@@ -15,6 +18,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -128,4 +136,48 @@ TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsEveryPageAndKeepsWhatIsOnIt)
     EXPECT_EQ(emberfall.widgets().Check1.at(4).caption(), QStringLiteral("Abgesicherter Modus"));
     EXPECT_EQ(emberfall.widgets().Check1.at(4).value(), 1) << "the unsaved choice stays";
     EXPECT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
+}
+
+// Root writes into read-only folders, so the window runs as nobody then, in a
+// child process.
+TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+            ::_exit(3);
+        {
+            LauncherUser user;
+            if (!QDir().mkpath(user.configFolder()))
+                ::_exit(4);
+            auto window = user.window();
+            window->show();
+            qf::TextBox& path = window->page(0)->control().widgets().txtPath;
+            path.setText(QStringLiteral("/games/mine"));
+            QFile::setPermissions(user.configFolder(), QFile::ReadOwner | QFile::ExeOwner);
+            QPushButton* ok = window->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+            auto* failure = widget<QLabel>(*window, "saveFailure");
+
+            ok->click();
+            EXPECT_TRUE(window->isVisible());
+            EXPECT_TRUE(failure->isVisible());
+            EXPECT_TRUE(failure->text().contains(QStringLiteral("Permission denied")))
+                << failure->text().toStdString();
+            EXPECT_EQ(path.text(), QStringLiteral("/games/mine"));
+
+            QFile::setPermissions(user.configFolder(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            ok->click();
+            EXPECT_FALSE(window->isVisible());
+            EXPECT_EQ(qf::IniFileSettingsStore(user.configFolder())
+                          .readValue(QStringLiteral("Quillmarsh 2"), window->page(0)->game().name,
+                                     QStringLiteral("Path"), {}),
+                      QStringLiteral("/games/mine"));
+        }
+        std::fflush(stdout);
+        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
 }
