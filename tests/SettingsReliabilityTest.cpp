@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -81,6 +82,40 @@ void saveGeneration(IniFileSettingsStore& store, int generation, int keys)
 }
 
 } // namespace
+
+// Why the store writes its files itself: QSettings reports success for a file
+// cut short when its last write fails.
+TEST(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(u"host.ini"_s);
+    {
+        QSettings host(file, QSettings::IniFormat);
+        for (int k = 0; k < 50; ++k)
+            host.setValue(u"Arena/Key %1"_s.arg(k), QString(100, u'o'));
+    }
+    const QByteArray old = contents(file);
+    const pid_t child = forkRunning([&] {
+        const FileSizeLimit cutShort(100);
+        QSettings host(file, QSettings::IniFormat);
+        host.setValue(u"Other/Path"_s, u"/games/other"_s);
+        host.sync();
+        if (host.status() != QSettings::NoError)
+            throw 1;
+    });
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "QSettings saw the failure";
+    const QByteArray committed = contents(file);
+    EXPECT_EQ(committed.size(), 100);
+    EXPECT_TRUE(old.startsWith(committed));
+    EXPECT_FALSE(QSettings(file, QSettings::IniFormat).contains(u"Arena/Key 49"_s));
+
+    // Nor can a game name holding "/" be one group: "/" separates groups.
+    QSettings host(dir.filePath(u"layout.ini"_s), QSettings::IniFormat);
+    host.setValue(u"My/Game/Path"_s, u"a"_s);
+    EXPECT_EQ(host.childGroups(), QStringList{u"My"_s});
+}
 
 TEST(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
 {
@@ -193,6 +228,45 @@ TEST(SettingsReliabilityTest, SaveSettingsGoesOnWhenTheFileCannotBeWritten)
     EXPECT_TRUE(contents(file).contains("/new"));
 }
 
+// Root writes into read-only folders; the check runs as nobody then.
+TEST(SettingsReliabilityTest, ASaveIntoAReadOnlyFolderIsReportedOnceWithItsReason)
+{
+    const pid_t child = forkRunning([] {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+            throw 1;
+        QTemporaryDir dir;
+        const auto store = std::make_shared<IniFileSettingsStore>(dir.path());
+        qForms control;
+        control.setSettingsStore(store);
+        control.setQpGameName(u"Arena"_s);
+        QStringList messages;
+        QObject::connect(&control, &qForms::settingsSaveFailed,
+                         [&](const QString& message) { messages.append(message); });
+        control.widgets().txtPath.setText(u"/old"_s);
+        control.qSaveSettings();
+        const QByteArray old = contents(store->fileName(App));
+
+        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+        control.widgets().txtPath.setText(u"/new"_s);
+        EXPECT_TRUE(control.qSaveSettings().isNull());
+        EXPECT_EQ(contents(store->fileName(App)), old);
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_TRUE(messages.value(0).contains(store->fileName(App))) << messages.value(0);
+        EXPECT_TRUE(messages.value(0).contains(u"Permission denied"_s)) << messages.value(0);
+
+        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        control.qSaveSettings();
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_TRUE(contents(store->fileName(App)).contains("/new"));
+        std::fflush(stdout);
+        if (::testing::Test::HasFailure())
+            throw 1;
+    });
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+}
+
 TEST(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
 {
     QTemporaryDir dir;
@@ -205,9 +279,12 @@ TEST(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
     // The disk fills up after the write began.
     const QString big(64 * 1024, u'v');
     store.saveValue(App, u"Arena"_s, u"Path"_s, big);
-    {
+    try {
         const FileSizeLimit fewKilobytes(4096);
-        EXPECT_THROW(store.sync(), SaveError);
+        store.sync();
+        ADD_FAILURE() << "the sync succeeded";
+    } catch (const SaveError& error) {
+        EXPECT_TRUE(error.message().contains(file + u": File too large"_s)) << error.message();
     }
     EXPECT_EQ(contents(file), old);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{App + u".ini"_s});

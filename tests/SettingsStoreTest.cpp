@@ -1,6 +1,8 @@
 #include "platform/Errors.h"
 #include "platform/IniFileSettingsStore.h"
+#include "support/SettingsSaveCheck.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPoint>
 #include <QSettings>
@@ -111,60 +113,67 @@ TEST(SettingsStoreTest, ValuesPassBothWaysBetweenTheStoreAndQSettings)
             << qPrintable(key);
 }
 
-TEST(SettingsStoreTest, MergingKeepsEverythingElseInTheFileAndReadsFollowTheDisk)
+TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
 {
+    // Files as people and other programs leave them.
+    const QByteArray oldFiles[] = {
+        // Comments, a line without "=", unescaped names, a list, a section in
+        // two parts, CRLF line ends, no line end at the end.
+        "; launcher settings\r\n[Arena]\r\nPath = /games/c ; by hand\r\n"
+        "Command Line Parameters=+set a 1, +set b 2\r\nnot a setting\r\n"
+        "[Other]\r\nPath=\"/games/other; two\"\r\n[Arena]\r\nMod Name=ctf",
+        // A quote never closed: the rest of the file is one value.
+        "[Arena]\nPath=\"C:\\Games\nMod Name=ctf\n[Other]\nPath=/o\n",
+        // A hand-typed Windows path ends the file in a backslash.
+        "[Other]\nPath=/o\n[Arena]\nPath=C:\\Games\\",
+        // NUL bytes, CR-only lines, a BOM opening a value, invalid UTF-8.
+        "\xEF\xBB\xBF[Arena]\rPath=a\0b\rMod Name=\xEF\xBB\xBFx\r[Other]\rPath=\xFF\xFE\\\r\n",
+    };
+    const std::vector<test::SettingsSave> saves{
+        {u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
+        {u"Arena"_s, u"Config Name"_s, u"\uFEFFlead"_s},
+        {u"Arena"_s, u"Tab"_s, u"\t\uFEFF after an escape"_s},
+        {u"Other"_s, u"Quoted"_s, u" \uFEFF;\"x"_s},
+        {u"New Game"_s, u"Path"_s, u"/games/d"_s},
+        {u""_s, u"Top"_s, u"1"_s}};
+    for (const QByteArray& old : oldFiles) {
+        EXPECT_EQ(test::checkSettingsSave(old, saves), QStringList()) << old.constData();
+        EXPECT_EQ(test::checkSettingsSave(old, {saves[4]}), QStringList()) << old.constData();
+    }
+
+    // The whole file is written, as QSettings writes it, in the old line ends.
     QTemporaryDir dir;
     IniFileSettingsStore store(dir.path());
     const QString file = store.fileName(App);
-    EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, u"none"_s), u"none"_s);
-    EXPECT_THROW(store.saveValue(App, u"Arena"_s, u""_s, u"x"_s), InvalidValueError);
-    EXPECT_THROW(store.readValue(u"../x"_s, u"Arena"_s, u"Path"_s, u"x"_s), InvalidValueError);
-
-    // Written by hand: comments, a line QSettings cannot parse, unescaped names,
-    // a list without quotes, a section in two parts, no newline at the end.
-    const QByteArray handWritten = "; launcher settings\r\n"
-                                   "[Arena]\r\n"
-                                   "Path = /games/c ; installed by hand\r\n"
-                                   "Command Line Parameters=+set a 1, +set b 2\r\n"
-                                   "not a setting\r\n"
-                                   "[Other]\r\n"
-                                   "Path=\"/games/other; two\"\r\n"
-                                   "[Arena]\r\n"
-                                   "Mod Name=ctf";
-    replaceFile(file, handWritten);
+    replaceFile(file, oldFiles[0]);
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/c"_s);
-    EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Command Line Parameters"_s, {}),
-              u"+set a 1, +set b 2"_s);
-
     store.saveValue(App, u"Arena"_s, u"Path"_s, u"/games/new"_s);
-    store.saveValue(App, u"Arena"_s, u"Config Name"_s, u"a.cfg"_s);
-    store.saveValue(App, u"Arena"_s, u"Config Name"_s, u"b.cfg"_s);
     store.saveValue(App, u"New Game"_s, u"Path"_s, u"/games/d"_s);
-    store.saveValue(App, u""_s, u"Top"_s, u"1"_s);
-    // Collected values answer reads before they reach the file.
-    EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/new"_s);
-    EXPECT_EQ(contents(file), handWritten);
+    EXPECT_EQ(contents(file), oldFiles[0]) << "saves wait for sync()";
     store.sync();
     store.sync();
     EXPECT_EQ(store.writeCount(), 1) << "nothing to write, no write";
-
-    const QByteArray merged = contents(file);
-    for (const char* kept :
-         {"; launcher settings", "Path = /games/new ; installed by hand\r\n", "not a setting",
-          "Config%20Name=b.cfg\r\n\r\n[New%20Game]\r\n", "Path=\"/games/other; two\""})
-        EXPECT_TRUE(merged.contains(kept)) << kept << "\n" << merged.constData();
-    QSettings host(file, QSettings::IniFormat);
-    const std::pair<const char*, const char*> expected[] = {
-        {"Arena/Path", "/games/new"},   {"Arena/Mod Name", "ctf"},
-        {"Arena/Config Name", "b.cfg"}, {"Other/Path", "/games/other; two"},
-        {"New Game/Path", "/games/d"},  {"Top", "1"}};
-    for (const auto& [key, value] : expected)
-        EXPECT_EQ(host.value(QString::fromUtf8(key)).toString(), QString::fromUtf8(value)) << key;
-    EXPECT_EQ(textOf(host.value(u"Arena/Command Line Parameters"_s)), u"+set a 1, +set b 2"_s);
+    EXPECT_EQ(contents(file),
+              "[Arena]\r\nPath=/games/new\r\n"
+              "Command%20Line%20Parameters=+set a 1, +set b 2\r\nMod%20Name=ctf\r\n\r\n"
+              "[Other]\r\nPath=\"/games/other; two\"\r\n\r\n[New%20Game]\r\nPath=/games/d\r\n");
 
     // Another program replaces the file, with one of the same size.
-    QByteArray replaced = merged;
+    QByteArray replaced = contents(file);
     replaced.replace("/games/new", "/games/old");
     replaceFile(file, replaced);
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/old"_s);
+}
+
+// Inputs the fuzz target once found at fault, kept so every build checks them.
+TEST(SettingsStoreTest, InputsOnceFoundAtFaultSaveCorrectly)
+{
+    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
+    const QStringList inputs = corpus.entryList(QDir::Files);
+    EXPECT_FALSE(inputs.isEmpty());
+    for (const QString& name : inputs) {
+        QFile input(corpus.filePath(name));
+        ASSERT_TRUE(input.open(QIODevice::ReadOnly)) << name;
+        EXPECT_EQ(test::checkSettingsSaveInput(input.readAll()), QStringList()) << name;
+    }
 }

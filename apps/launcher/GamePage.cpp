@@ -83,10 +83,16 @@ void GamePage::open(int language)
     emit changed();
 }
 
-void GamePage::save()
+QString GamePage::save()
 {
-    if (m_open)
-        m_control->qSaveSettings();
+    if (!m_open)
+        return {};
+    QString failure;
+    const auto connection = connect(m_control.get(), &qForms::settingsSaveFailed, this,
+                                    [&failure](const QString& message) { failure = message; });
+    m_control->qSaveSettings();
+    disconnect(connection);
+    return failure;
 }
 
 void GamePage::setLanguage(int language)

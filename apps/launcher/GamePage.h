@@ -41,8 +41,9 @@ public:
 
     // Builds the page and restores the stored choices, the first time only.
     void open(int language);
-    // Stores the choices on the page.
-    void save();
+    // Stores the choices on the page; returns why the settings file could not
+    // be written, or an empty text when it was.
+    QString save();
     // Captions the page in another language, keeping the choices on it.
     void setLanguage(int language);
     // The command the launcher starts for the game with these choices.

@@ -126,6 +126,13 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const LauncherConfig& 
     commandRow->addWidget(m_commandLine);
     layout->addLayout(commandRow);
 
+    m_saveFailure = new QLabel(central);
+    m_saveFailure->setObjectName(QStringLiteral("saveFailure"));
+    m_saveFailure->setStyleSheet(QStringLiteral("color: #b00000"));
+    m_saveFailure->setWordWrap(true);
+    m_saveFailure->hide();
+    layout->addWidget(m_saveFailure);
+
     auto* buttons = new QHBoxLayout;
     m_play = new QPushButton(central);
     m_play->setObjectName(QStringLiteral("play"));
@@ -381,7 +388,7 @@ void LauncherWindow::play()
     if (!current || isRunning(row))
         return;
     const GameEntry& game = m_games.at(row);
-    current->save();
+    saveOpenedPages(); // a failed save is shown; the game starts all the same
     GameCommand command = current->command();
     const QString program = qf::paths::resolve(command.program);
     if (!QFileInfo(program).isFile()) {
@@ -446,8 +453,21 @@ void LauncherWindow::openLog()
 
 void LauncherWindow::accept()
 {
+    if (saveOpenedPages())
+        close();
+}
+
+bool LauncherWindow::saveOpenedPages()
+{
+    // The pages share one store, so a failed write fails again for each page.
+    QStringList failures;
     for (GamePage* opened : std::as_const(m_pageOf))
         if (opened)
-            opened->save();
-    close();
+            if (const QString failure = opened->save(); !failure.isEmpty())
+                failures.append(failure);
+    failures.removeDuplicates();
+    m_saveFailure->setVisible(!failures.isEmpty());
+    m_saveFailure->setText(
+        tr("Your choices were not kept. %1\nPress OK to try again.").arg(failures.join(u'\n')));
+    return failures.isEmpty();
 }

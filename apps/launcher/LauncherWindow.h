@@ -62,7 +62,9 @@ public:
     void play();
     bool isRunning(int row) const;
 
-    // OK: every opened page stores its choices, then the window closes.
+    // OK: every opened page stores its choices, then the window closes. When
+    // the settings file cannot be written the window stays, with the choices
+    // on it and the reason below them, and OK tries again.
     void accept();
 
 protected:
@@ -72,6 +74,8 @@ protected:
 
 private:
     void retranslate();
+    // Saves every opened page; false, with the reason shown, when a save failed.
+    bool saveOpenedPages();
     void updateGameItem(int row);
     void updateCommandLine();
     void updateButtons();
@@ -106,4 +110,5 @@ private:
     QPushButton* m_log = nullptr;
     QPushButton* m_ok = nullptr;
     QPushButton* m_cancel = nullptr;
+    QLabel* m_saveFailure = nullptr;
 };

@@ -1,8 +1,8 @@
 #include "SampleInstallations.h"
 
 #include "PeImage.h"
-#include "platform/SettingsStore.h"
 #include "context/SettingsKeys.h"
+#include "platform/SettingsStore.h"
 
 #include <QDir>
 #include <QFile>

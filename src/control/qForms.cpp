@@ -263,7 +263,8 @@ QVariant qForms::qSelectMod()
 QVariant qForms::qSaveSettings()
 {
     const qf::RoutineScope routine(*m_context, "qSaveSettings");
-    qf::settings::qSaveSettings(*m_context);
+    if (const auto failure = qf::settings::qSaveSettings(*m_context))
+        emit settingsSaveFailed(*failure);
     return {};
 }
 

@@ -185,6 +185,10 @@ signals:
     void chosenConfigChanged(const QString& config);
     void additionalParametersChanged(const QString& parameters);
     void programPathChanged(const QString& path);
+    // A qSaveSettings() whose write of the settings file failed, once per
+    // failed write; the message names the file and the system's reason. The
+    // choices stay with the store for the next save.
+    void settingsSaveFailed(const QString& message);
 
 private:
     // Emits the change signals of the choices that differ from what they said last.

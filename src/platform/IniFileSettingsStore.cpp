@@ -1,17 +1,18 @@
 #include "platform/IniFileSettingsStore.h"
 
 #include "platform/Errors.h"
+#include "platform/FileReplacement.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
 #include <QRandomGenerator>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
 
 #include <cerrno>
+#include <cstring>
 #include <ctime>
 
 #include <fcntl.h>
@@ -26,6 +27,12 @@ namespace {
 [[noreturn]] void failSave(const QString& path, const QString& reason)
 {
     throw SaveError(QStringLiteral("Could not write the settings file %1: %2").arg(path, reason));
+}
+
+// The system's own words, which tell the player what to do about it.
+QString reasonOf(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
 }
 
 // A process killed between creating its lock file and writing its id into it
@@ -133,7 +140,8 @@ void IniFileSettingsStore::refresh(File& file) const
     if (::stat(nativePath.constData(), &status) != 0) {
         // A configuration folder that is a file holds no settings either.
         if (errno != ENOENT && errno != ENOTDIR)
-            throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
+            throw PathError(QStringLiteral("Cannot read the settings file %1: %2")
+                                .arg(file.path, reasonOf(errno)));
         file.identity.reset();
         file.document = {};
         file.read = true;
@@ -150,11 +158,15 @@ void IniFileSettingsStore::refresh(File& file) const
     QFile input(file.path);
     if (!S_ISREG(status.st_mode) || !input.open(QIODevice::ReadOnly) ||
         ::fstat(input.handle(), &status) != 0)
-        throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
-    QByteArray bytes = input.readAll();
+        throw PathError(QStringLiteral("Cannot read the settings file %1: %2")
+                            .arg(file.path, S_ISREG(status.st_mode)
+                                                ? input.errorString()
+                                                : QStringLiteral("not a regular file")));
+    const QByteArray bytes = input.readAll();
     if (input.error() != QFileDevice::NoError)
-        throw PathError(QStringLiteral("Cannot read the settings file %1").arg(file.path));
-    file.document = settingsini::Document(std::move(bytes));
+        throw PathError(QStringLiteral("Cannot read the settings file %1: %2")
+                            .arg(file.path, input.errorString()));
+    file.document = settingsini::Document(bytes);
     file.identity = identityOf(status);
     file.read = true;
 }
@@ -162,16 +174,22 @@ void IniFileSettingsStore::refresh(File& file) const
 void IniFileSettingsStore::write(File& file)
 {
     if (!QDir().mkpath(m_configFolder))
-        failSave(file.path, QStringLiteral("cannot create its folder"));
+        failSave(file.path, reasonOf(errno));
 
     // QLockFile's own wait sleeps 100 ms and more between tries; saves are short,
     // so tries come every few milliseconds. A lock left by a process that died
     // is taken over.
     QLockFile lock(file.path + QStringLiteral(".lock"));
     const QDeadlineTimer deadline(m_lockTimeout);
-    while (!lock.tryLock(0)) {
+    while (true) {
+        errno = 0;
+        if (lock.tryLock(0))
+            break;
+        // QLockFile tells no reason; its failed open() left it in errno.
+        const int error = errno;
         if (lock.error() != QLockFile::LockFailedError)
-            failSave(file.path, QStringLiteral("cannot create the lock file"));
+            failSave(file.path,
+                     error != 0 ? reasonOf(error) : QStringLiteral("cannot create its lock file"));
         if (deadline.hasExpired())
             failSave(file.path, QStringLiteral("another program holds its lock"));
         removeEmptyStaleLock(lock.fileName());
@@ -183,20 +201,13 @@ void IniFileSettingsStore::write(File& file)
     } catch (const PathError& error) {
         failSave(file.path, error.message());
     }
-    const QByteArray bytes = file.document.merged(file.unwritten);
-
-    // Every step is checked: on a full disk QSaveFile::commit() alone may report
-    // success for a file cut short. Until commit() the old file is untouched,
-    // and the temporary file goes with `output`.
-    QSaveFile output(file.path);
-    if (!output.open(QIODevice::WriteOnly))
-        failSave(file.path, output.errorString());
-    if (output.write(bytes) != bytes.size() || !output.flush())
-        failSave(file.path, output.errorString());
-    if (::fsync(output.handle()) != 0)
-        failSave(file.path, QStringLiteral("cannot flush it to the disk"));
-    if (!output.commit())
-        failSave(file.path, output.errorString());
+    // The file is written whole from what it holds now, never patched: old
+    // bytes QSettings would misread cannot swallow the new lines.
+    settingsini::Document updated = file.document;
+    for (const auto& [key, value] : file.unwritten)
+        updated.setValue(key, value);
+    if (const int error = replaceFileContents(file.path, updated.toBytes()))
+        failSave(file.path, reasonOf(error));
 
     ++m_writeCount;
     file.unwritten.clear();

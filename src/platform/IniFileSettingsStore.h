@@ -24,10 +24,11 @@ namespace qf {
 // saveValue() only collects; reads answer collected values first, then the
 // file as it is on disk (re-read whenever its identity changes). sync() writes
 // each file once: under the lock "<file>.lock" that QSettings takes too, it
-// reads the file as it is now, sets the collected values in it, and replaces it
-// in one rename, so other processes' keys survive and an interrupted write
-// leaves the old file. Values still collected when the store is destroyed are
-// lost: only sync() writes.
+// reads the file as it is now, sets the collected values in what it read, and
+// writes that whole, as QSettings would, in place of the file (flushed to the
+// disk, renamed over it), so other processes' keys survive, old bytes cannot
+// swallow new lines, and an interrupted write leaves the old file. Values
+// still collected when the store is destroyed are lost: only sync() writes.
 //
 // Use it from one thread.
 class IniFileSettingsStore : public SettingsStore {
@@ -51,8 +52,9 @@ public:
                       const QString& defaultValue) const override;
 
     // Writes every file with collected values. When one fails the others are
-    // still written; the qf::SaveError names the files that failed, which keep
-    // their old content, and whose values stay collected for the next sync().
+    // still written; the qf::SaveError names the files that failed and the
+    // system's reason; they keep their old content, and their values stay
+    // collected for the next sync().
     void sync() override;
 
     // How long sync() waits for another process's lock before it fails.

@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 #include <QDataStream>
 #include <QIODevice>
+#include <QStringDecoder>
 #include <QStringList>
 #include <QVariant>
 
@@ -119,15 +120,6 @@ bool readLine(QByteArrayView data, qsizetype& pos, qsizetype& start, qsizetype& 
     return length > 0;
 }
 
-// The end of the physical line that holds pos: a comment after a line's ";"
-// belongs to it.
-qsizetype physicalLineEnd(const QByteArray& data, qsizetype pos)
-{
-    while (pos < data.size() && data[pos] != '\n' && data[pos] != '\r')
-        ++pos;
-    return pos;
-}
-
 QByteArray escapedKey(const QString& key)
 {
     static constexpr char Hex[] = "0123456789ABCDEF";
@@ -169,13 +161,13 @@ QString unescapedKey(QByteArrayView raw)
             const bool wide = key.at(i + 1) == u'U';
             const qsizetype first = i + (wide ? 2 : 1);
             const qsizetype digits = wide ? 4 : 2;
-            int code = first + digits <= key.size() ? 0 : -1;
-            for (qsizetype d = first; code >= 0 && d < first + digits; ++d) {
-                const int h = hexValue(key.at(d).unicode());
-                code = h < 0 ? -1 : code * 16 + h;
-            }
-            if (code >= 0) {
-                result += QChar(char16_t(code));
+            // QSettings reads the digits as a number, blanks, "+" and "0x" included.
+            bool ok = false;
+            const ushort code = first + digits <= key.size()
+                                    ? QStringView(key).sliced(first, digits).toUShort(&ok, 16)
+                                    : 0;
+            if (ok) {
+                result += QChar(code);
                 i = first + digits;
                 continue;
             }
@@ -186,25 +178,21 @@ QString unescapedKey(QByteArrayView raw)
     return result;
 }
 
-QByteArray escapedValue(const QString& value)
+// A text as QSettings writes it, and besides with U+FEFF and unpaired
+// surrogates as hex escapes: a reader decoding UTF-8 drops U+FEFF at the start
+// of a run and cannot carry an unpaired surrogate.
+void appendEscapedText(QByteArray& escaped, const QString& text)
 {
-    QString text = value;
-    if (text.contains(QChar::Null))
-        text = QStringLiteral("@String(") + text + u')';
-    else if (text.startsWith(u'@'))
-        text.prepend(u'@');
-    const QByteArray utf8 = text.toUtf8();
-
-    QByteArray escaped;
-    escaped.reserve(utf8.size() + 2);
+    const qsizetype start = escaped.size();
     bool needsQuotes = false;
     bool escapeNextIfHex = false;
-    for (const char c : utf8) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text.at(i).unicode();
         if (c == ';' || c == ',' || c == '=')
             needsQuotes = true;
         // "\x1" followed by "a" would read as "\x1a".
-        if (escapeNextIfHex && hexValue(uchar(c)) >= 0) {
-            escaped += "\\x" + QByteArray::number(uchar(c), 16);
+        if (escapeNextIfHex && hexValue(c) >= 0) {
+            escaped += "\\x" + QByteArray::number(c, 16);
             continue;
         }
         escapeNextIfHex = false;
@@ -237,22 +225,28 @@ QByteArray escapedValue(const QString& value)
         case '"':
         case '\\':
             escaped += '\\';
-            escaped += c;
+            escaped += char(c);
             break;
         default:
-            if (uchar(c) <= 0x1F) {
-                escaped += "\\x" + QByteArray::number(uchar(c), 16);
+            if (c <= 0x1F || c == 0xFEFF ||
+                (QChar::isSurrogate(c) && !(QChar::isHighSurrogate(c) && i + 1 < text.size() &&
+                                            text.at(i + 1).isLowSurrogate()))) {
+                escaped += "\\x" + QByteArray::number(c, 16);
                 escapeNextIfHex = true;
+            } else if (c < 0x80) {
+                escaped += char(c);
             } else {
-                escaped += c;
+                const qsizetype units = QChar::isHighSurrogate(c) ? 2 : 1;
+                escaped += QStringView(text).sliced(i, units).toUtf8();
+                i += units - 1;
             }
         }
     }
-    if (needsQuotes || (!escaped.isEmpty() && (escaped.front() == ' ' || escaped.back() == ' '))) {
-        escaped.prepend('"');
+    if (needsQuotes ||
+        (escaped.size() > start && (escaped.at(start) == ' ' || escaped.back() == ' '))) {
+        escaped.insert(start, '"');
         escaped.append('"');
     }
-    return escaped;
 }
 
 void chopTrailingBlanks(QString& text, qsizetype limit)
@@ -265,20 +259,17 @@ void chopTrailingBlanks(QString& text, qsizetype limit)
 
 // A value's text: quotes removed, escapes replaced, and unquoted commas
 // splitting it into a list.
-struct RawValue {
-    QString text;
-    QStringList list;
-    bool isList = false;
-};
-
-RawValue unescapedValue(QByteArrayView raw)
+template <typename Stored> Stored unescapedValue(QByteArrayView raw)
 {
     static constexpr char EscapeCodes[][2] = {{'a', '\a'}, {'b', '\b'},  {'f', '\f'}, {'n', '\n'},
                                               {'r', '\r'}, {'t', '\t'},  {'v', '\v'}, {'"', '"'},
                                               {'?', '?'},  {'\'', '\''}, {'\\', '\\'}};
     enum class State { SkipBlanks, Normal, HexEscape, OctEscape, End };
-    RawValue value;
+    Stored value;
     QString& text = value.text;
+    // One decoder for the whole value, as QSettings has: a BOM is dropped only
+    // where decoding starts, and a character may go on across an escape.
+    QStringDecoder fromUtf8(QStringDecoder::Utf8);
     const qsizetype size = raw.size();
     qsizetype i = 0;
     bool inQuotes = false;
@@ -351,7 +342,7 @@ RawValue unescapedValue(QByteArrayView raw)
                 qsizetype j = i + 1;
                 while (j < size && raw[j] != '\\' && raw[j] != '"' && raw[j] != ',')
                     ++j;
-                text += QString::fromUtf8(raw.sliced(i, j - i));
+                text += fromUtf8(raw.sliced(i, j - i));
                 i = j;
             }
             break;
@@ -429,14 +420,13 @@ QString settingsKey(const QString& section, const QString& key)
     return escapedSection(section) + u'/' + escapedName(key);
 }
 
-Document::Document(QByteArray bytes) : m_bytes(std::move(bytes))
+Document::Document(QByteArrayView data) : m_crlf(data.contains("\r\n"))
 {
-    const QByteArrayView data(m_bytes);
     qsizetype pos = data.startsWith("\xEF\xBB\xBF") ? 3 : 0;
     qsizetype start = 0;
     qsizetype length = 0;
     qsizetype equals = -1;
-    QString section; // empty: the top level
+    QString prefix; // the section's name and "/", empty at the top level
     while (readLine(data, pos, start, length, equals)) {
         const QByteArrayView line = data.sliced(start, length);
         if (line.startsWith('[')) {
@@ -445,107 +435,111 @@ Document::Document(QByteArray bytes) : m_bytes(std::move(bytes))
                 close = length;
             const QByteArrayView name = line.sliced(1, close - 1).trimmed();
             if (name.compare("general", Qt::CaseInsensitive) == 0)
-                section.clear();
+                prefix.clear();
             else if (name.compare("%general", Qt::CaseInsensitive) == 0)
-                section = QString::fromLatin1(name.sliced(1));
+                prefix = QString::fromLatin1(name.sliced(1)) + u'/';
             else
-                section = unescapedKey(name);
-            m_sectionEnds.insert(section, physicalLineEnd(m_bytes, start + length));
+                prefix = unescapedKey(name) + u'/';
             continue;
         }
-        // QSettings drops a line without "=" and so does a reader here; a
-        // merge keeps it.
+        // QSettings drops a line without "=", and so does the document.
         if (equals < 0)
             continue;
-        const QString key = unescapedKey(data.sliced(start, equals - start).trimmed());
-        // Blanks around a value are not part of it; a new value goes between them.
-        qsizetype begin = equals + 1;
-        qsizetype end = start + length;
-        while (begin < end && (data[begin] == ' ' || data[begin] == '\t'))
-            ++begin;
-        while (end > begin && (data[end - 1] == ' ' || data[end - 1] == '\t'))
-            --end;
-        m_values.insert(section.isEmpty() ? key : section + u'/' + key, ValueSpan{begin, end});
-        m_sectionEnds.insert(section, physicalLineEnd(m_bytes, start + length));
+        insert(prefix + unescapedKey(data.sliced(start, equals - start).trimmed()),
+               unescapedValue<Stored>(data.sliced(equals + 1, start + length - equals - 1)));
     }
+}
+
+void Document::insert(QString key, Stored value)
+{
+    // QSettings keeps "[]" keys as "/key", which no name reaches and its
+    // writer puts under [General]; there they must not hide a key "key".
+    const bool exact = !key.startsWith(u'/');
+    if (!exact)
+        key.remove(0, 1);
+    const auto found = m_index.constFind(key);
+    if (found == m_index.constEnd()) {
+        m_index.insert(key, m_entries.size());
+        m_entries.push_back({std::move(key), std::move(value), exact});
+        return;
+    }
+    Entry& entry = m_entries[*found];
+    if (entry.exact && !exact)
+        return;
+    entry.value = std::move(value);
+    entry.exact = exact;
 }
 
 std::optional<QString> Document::value(const QString& settingsKey) const
 {
-    const auto found = m_values.constFind(settingsKey);
-    if (found == m_values.constEnd())
+    const auto found = m_index.constFind(settingsKey);
+    if (found == m_index.constEnd() || !m_entries[*found].exact)
         return std::nullopt;
-    RawValue raw =
-        unescapedValue(QByteArrayView(m_bytes).sliced(found->begin, found->end - found->begin));
-    if (!raw.isList)
-        return typedText(raw.text);
-    for (QString& item : raw.list)
+    const Stored& stored = m_entries[*found].value;
+    if (!stored.isList)
+        return typedText(stored.text);
+    QStringList items = stored.list;
+    for (QString& item : items)
         if (item.startsWith(u"@@"))
             item.remove(0, 1);
-    return raw.list.join(QStringLiteral(", "));
+    return items.join(QStringLiteral(", "));
 }
 
-QByteArray Document::merged(const std::vector<std::pair<QString, QString>>& values) const
+void Document::setValue(const QString& settingsKey, const QString& text)
 {
-    struct Edit {
-        qsizetype pos;
-        qsizetype removed;
-        QByteArray text;
-    };
-    // New lines end as the file's lines do.
-    const QByteArray eol =
-        m_bytes.contains("\r\n") ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
-    std::vector<Edit> edits;
-    // New lines by section, in the order the sections first come.
-    std::vector<std::pair<QString, QByteArray>> added;
-    for (const auto& [key, value] : values) {
-        const auto found = m_values.constFind(key);
-        if (found != m_values.constEnd()) {
-            edits.push_back({found->begin, found->end - found->begin, escapedValue(value)});
-            continue;
-        }
-        const qsizetype slash = key.indexOf(u'/');
-        const QString section = slash < 0 ? QString() : key.first(slash);
-        const QString name = slash < 0 ? key : key.sliced(slash + 1);
-        auto group = std::find_if(added.begin(), added.end(),
-                                  [&](const auto& entry) { return entry.first == section; });
-        if (group == added.end())
-            group = added.insert(added.end(), {section, QByteArray()});
-        group->second += escapedKey(name) + '=' + escapedValue(value) + eol;
-    }
+    // "@" starts a typed value; a text with a NUL goes inside "@String()", as
+    // QSettings writes one.
+    Stored stored;
+    if (text.contains(QChar::Null))
+        stored.text = QStringLiteral("@String(") + text + u')';
+    else
+        stored.text = text.startsWith(u'@') ? u'@' + text : text;
+    insert(settingsKey, std::move(stored));
+}
 
-    // An edit inside a line goes before a line added at its end.
-    QByteArray tail;
-    std::vector<Edit> insertions;
-    for (const auto& [section, lines] : added) {
-        const auto end = m_sectionEnds.constFind(section);
-        if (end != m_sectionEnds.constEnd()) {
-            insertions.push_back({*end, 0, eol + lines.chopped(eol.size())});
-            continue;
+QByteArray Document::toBytes() const
+{
+    const QByteArray eol = m_crlf ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
+    // Sections by the part of the key before its first "/", in the order they
+    // first come, as QSettings' writer groups them.
+    std::vector<std::pair<QString, std::vector<const Entry*>>> sections;
+    QHash<QString, size_t> sectionIndex;
+    for (const Entry& entry : m_entries) {
+        const qsizetype slash = entry.key.indexOf(u'/');
+        const QString section = slash < 0 ? QString() : entry.key.first(slash);
+        auto found = sectionIndex.constFind(section);
+        if (found == sectionIndex.constEnd()) {
+            found = sectionIndex.insert(section, sections.size());
+            sections.emplace_back(section, std::vector<const Entry*>());
         }
-        QByteArray header = section.isEmpty() ? QByteArrayLiteral("General") : escapedKey(section);
-        if (header.compare("general", Qt::CaseInsensitive) == 0 && !section.isEmpty())
-            header.prepend('%');
-        if (!m_bytes.isEmpty() || !tail.isEmpty())
-            tail += eol;
-        tail += '[' + header + ']' + eol + lines;
+        sections[*found].second.push_back(&entry);
     }
-    edits.insert(edits.end(), insertions.begin(), insertions.end());
-    std::stable_sort(edits.begin(), edits.end(),
-                     [](const Edit& a, const Edit& b) { return a.pos < b.pos; });
 
     QByteArray result;
-    result.reserve(m_bytes.size() + tail.size() + qsizetype(edits.size()) * 16);
-    qsizetype copied = 0;
-    for (const Edit& edit : edits) {
-        result += QByteArrayView(m_bytes).sliced(copied, edit.pos - copied);
-        result += edit.text;
-        copied = edit.pos + edit.removed;
+    for (const auto& [section, entries] : sections) {
+        if (!result.isEmpty())
+            result += eol;
+        QByteArray header = section.isEmpty() ? QByteArrayLiteral("General") : escapedKey(section);
+        if (!section.isEmpty() && header.compare("general", Qt::CaseInsensitive) == 0)
+            header.prepend('%');
+        result += '[' + header + ']' + eol;
+        for (const Entry* entry : entries) {
+            result +=
+                escapedKey(section.isEmpty() ? entry->key : entry->key.sliced(section.size() + 1));
+            result += '=';
+            if (!entry->value.isList) {
+                appendEscapedText(result, entry->value.text);
+            } else {
+                for (qsizetype i = 0; i < entry->value.list.size(); ++i) {
+                    if (i > 0)
+                        result += ", ";
+                    appendEscapedText(result, entry->value.list.at(i));
+                }
+            }
+            result += eol;
+        }
     }
-    result += QByteArrayView(m_bytes).sliced(copied);
-    if (!tail.isEmpty() && !result.isEmpty() && !result.endsWith('\n') && !result.endsWith('\r'))
-        result += eol;
-    return result + tail;
+    return result;
 }
 
 } // namespace qf::settingsini

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 // The INI files of QSettings (IniFormat), read and written without QSettings,
@@ -22,36 +23,48 @@ namespace qf::settingsini {
 // "[%General]". Throws qf::InvalidValueError for an empty key.
 QString settingsKey(const QString& section, const QString& key);
 
-// One settings file as its bytes: the values by settings key, and where each
-// line is, so that a merge changes only the lines of the keys it sets and keeps
-// everything else (other keys, comments, lines QSettings would drop) as it was.
+// One settings file as QSettings sees it: each key with its value, in the order
+// the keys first come. Whatever the bytes it is made from, it is written out
+// whole and the way QSettings writes, so every value QSettings reads from the
+// old bytes it reads the same from the new, and what the old bytes could not
+// hold (comments, lines without "=", broken quotes) is left behind.
 class Document {
 public:
     Document() = default;
-    explicit Document(QByteArray bytes);
-
-    const QByteArray& bytes() const { return m_bytes; }
+    explicit Document(QByteArrayView bytes);
 
     // The value as text, as QSettings reads it (a list joined with ", ");
     // nullopt when the key is missing.
     std::optional<QString> value(const QString& settingsKey) const;
 
-    // The file with the values set. A key already in the file gets its new value
-    // in its own line; the other keys join the end of their section, or of a new
-    // section at the end of the file.
-    QByteArray merged(const std::vector<std::pair<QString, QString>>& values) const;
+    // Sets the key to a text, which reads back exactly whatever it holds.
+    void setValue(const QString& settingsKey, const QString& text);
+
+    // The whole file: a section per group in the order the groups first come,
+    // with the line ends of the bytes it was made from.
+    QByteArray toBytes() const;
 
 private:
-    struct ValueSpan {
-        qsizetype begin;
-        qsizetype end;
+    // A value as written before QSettings gives it a type: a text ("@" marks a
+    // typed one) or, where unquoted commas split it, a list of them.
+    struct Stored {
+        QString text;
+        QStringList list;
+        bool isList = false;
+    };
+    struct Entry {
+        QString key;
+        Stored value;
+        // Whether QSettings finds the entry under key; false for a key it
+        // keeps with a leading "/", which a rewrite moves to the key without.
+        bool exact = true;
     };
 
-    QByteArray m_bytes;
-    // The last line of each key, which is the one QSettings reads.
-    QHash<QString, ValueSpan> m_values;
-    // Where a new line of a section goes: the end of the section's last line.
-    QHash<QString, qsizetype> m_sectionEnds;
+    void insert(QString key, Stored value);
+
+    std::vector<Entry> m_entries;
+    QHash<QString, size_t> m_index;
+    bool m_crlf = false;
 };
 
 } // namespace qf::settingsini

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QString>
+
+#include <optional>
+
 namespace qf {
 class ControlContext;
 }
@@ -8,8 +12,9 @@ class ControlContext;
 namespace qf::settings {
 
 // Writes the folder text, the switched-on fixed values and every valued
-// dynamic widget to the store, then syncs it once. Failing steps are skipped.
-void qSaveSettings(ControlContext& context);
+// dynamic widget to the store, then syncs it once. Failing steps are skipped;
+// the store's message when the sync failed.
+std::optional<QString> qSaveSettings(ControlContext& context);
 // Puts the stored values back into the widgets, which runs the game check and
 // the widgets' rules. Never writes; failing steps are skipped.
 void qLoadSettings(ControlContext& context);

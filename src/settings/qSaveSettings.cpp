@@ -10,7 +10,7 @@
 
 namespace qf::settings {
 
-void qSaveSettings(ControlContext& context)
+std::optional<QString> qSaveSettings(ControlContext& context)
 {
     namespace gd = gamedata;
     auto& w = context.widgets;
@@ -65,8 +65,14 @@ void qSaveSettings(ControlContext& context)
     });
 
     // The one write of the file. When it fails the control goes on; the values
-    // stay with the store for its next write.
-    skipOnError(context, {}, [&] { context.settingsStore().sync(); });
+    // stay with the store for its next write, and the caller hears why.
+    try {
+        context.settingsStore().sync();
+    } catch (const Error& error) {
+        context.reportSkip({}, error.message());
+        return error.message();
+    }
+    return std::nullopt;
 }
 
 } // namespace qf::settings

@@ -12,7 +12,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
@@ -20,6 +22,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -394,4 +401,49 @@ TEST(LauncherEndToEnd, TabGoesFromTheListThroughThePageToTheButtonsAndEveryField
     ASSERT_TRUE(w.lblModName.caption().startsWith(QStringLiteral("Capture the Flag")));
     EXPECT_EQ(widget<QWidget>(*window, "lblModName")->toolTip(), w.lblModName.caption());
     EXPECT_EQ(widget<QWidget>(*window, "cmdBrowse")->toolTip(), QString()) << "it fits";
+}
+
+// Root writes into read-only folders, so the window runs as nobody then, in a
+// child process.
+TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
+            ::_exit(3);
+        {
+            LauncherUser user;
+            if (!QDir().mkpath(user.folder("config")))
+                ::_exit(4);
+            auto window = user.window();
+            window->show();
+            window->showGame(0);
+            qf::TextBox& path = window->page(0)->control().widgets().txtPath;
+            path.setText(QStringLiteral("/games/mine"));
+            QFile::setPermissions(user.folder("config"), QFile::ReadOwner | QFile::ExeOwner);
+            auto* ok = widget<QPushButton>(*window, "ok");
+            auto* failure = widget<QLabel>(*window, "saveFailure");
+
+            ok->click();
+            EXPECT_TRUE(window->isVisible());
+            EXPECT_TRUE(failure->isVisible());
+            EXPECT_TRUE(failure->text().contains(QStringLiteral("Permission denied")))
+                << failure->text().toStdString();
+            EXPECT_EQ(path.text(), QStringLiteral("/games/mine"));
+
+            QFile::setPermissions(user.folder("config"),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            ok->click();
+            EXPECT_FALSE(window->isVisible());
+            EXPECT_EQ(qf::IniFileSettingsStore(user.folder("config"))
+                          .readValue(QStringLiteral("Quillmarsh 2"), window->page(0)->game().name,
+                                     QStringLiteral("Path"), {}),
+                      QStringLiteral("/games/mine"));
+        }
+        std::fflush(stdout);
+        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
 }

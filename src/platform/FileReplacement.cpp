@@ -1,0 +1,78 @@
+#include "platform/FileReplacement.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace qf {
+
+namespace {
+
+int writeAll(int fd, QByteArrayView bytes)
+{
+    const char* data = bytes.data();
+    qsizetype left = bytes.size();
+    while (left > 0) {
+        const ssize_t written = ::write(fd, data, size_t(left));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return written < 0 ? errno : ENOSPC;
+        data += written;
+        left -= written;
+    }
+    return 0;
+}
+
+// An fsync the file system does not offer (EINVAL) cannot be had otherwise.
+int syncToDisk(int fd)
+{
+    return ::fsync(fd) != 0 && errno != EINVAL ? errno : 0;
+}
+
+} // namespace
+
+int replaceFileContents(const QString& path, QByteArrayView bytes)
+{
+    const QFileInfo info(path);
+    const QString target = info.isSymLink() ? info.symLinkTarget() : info.absoluteFilePath();
+    const QByteArray nativeTarget = QFile::encodeName(target);
+    const QByteArray temporary =
+        nativeTarget + '.' + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+
+    struct stat old {};
+    const bool existed = ::stat(nativeTarget.constData(), &old) == 0;
+    const int fd = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                          existed ? 0600 : 0666);
+    if (fd < 0)
+        return errno;
+    int error = existed && ::fchmod(fd, old.st_mode & 07777) != 0 ? errno : 0;
+    if (error == 0)
+        error = writeAll(fd, bytes);
+    if (error == 0)
+        error = syncToDisk(fd);
+    if (::close(fd) != 0 && error == 0 && errno != EINTR)
+        error = errno;
+    if (error == 0 && ::rename(temporary.constData(), nativeTarget.constData()) != 0)
+        error = errno;
+    if (error != 0) {
+        ::unlink(temporary.constData());
+        return error;
+    }
+
+    const QByteArray folder = QFile::encodeName(QFileInfo(target).absolutePath());
+    const int folderFd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folderFd < 0)
+        return errno;
+    error = syncToDisk(folderFd);
+    ::close(folderFd);
+    return error;
+}
+
+} // namespace qf

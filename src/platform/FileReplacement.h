@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+namespace qf {
+
+// Replaces the file's contents with bytes so that, whatever happens meanwhile
+// (a full disk, a killed process, a power loss), the file holds either the old
+// bytes or all the new ones: a temporary file beside it is written, flushed to
+// the disk, renamed over it, and the rename flushed with the folder. A file
+// that is a symbolic link has its target replaced; the permissions of the old
+// file are kept. Returns 0, or the errno of the step that failed; any step
+// before the rename leaves the old file as it was.
+int replaceFileContents(const QString& path, QByteArrayView bytes);
+
+} // namespace qf

@@ -1,0 +1,131 @@
+#include "support/SettingsSaveCheck.h"
+
+#include "platform/Errors.h"
+#include "platform/IniFileSettingsStore.h"
+
+#include <QFile>
+#include <QHash>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstring>
+
+namespace qf::test {
+
+namespace {
+
+const QString App = QStringLiteral("Quillmarsh 2");
+
+QString textOf(const QVariant& value)
+{
+    return value.metaType().id() == QMetaType::QStringList
+               ? value.toStringList().join(QStringLiteral(", "))
+               : value.toString();
+}
+
+// QSettings keeps files it read in a cache that trusts a file of the same size
+// and time to the millisecond; it reads each state of the file under a new name.
+QString hostCopy(const QString& file, const QString& name)
+{
+    const QString copy = file + u'.' + name;
+    QFile::copy(file, copy);
+    return copy;
+}
+
+// Every key QSettings finds by its name, with its type and text.
+QHash<QString, QString> hostValues(const QString& file)
+{
+    QSettings host(file, QSettings::IniFormat);
+    QHash<QString, QString> values;
+    for (const QString& key : host.allKeys()) {
+        // Keys with an empty part ("a//b", "/a") are found by no name.
+        if (key.isEmpty() || key.startsWith(u'/') || key.endsWith(u'/') || key.contains(u"//"))
+            continue;
+        const QVariant value = host.value(key);
+        values.insert(key, QString::fromLatin1(value.typeName()) + u':' + textOf(value));
+    }
+    return values;
+}
+
+QString shown(const QString& text)
+{
+    QString escaped;
+    for (const QChar c : text)
+        escaped += c.unicode() < 0x20 || c.unicode() >= 0x7F
+                       ? QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QChar(u'0'))
+                       : QString(c);
+    return u'"' + escaped + u'"';
+}
+
+} // namespace
+
+QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<SettingsSave>& saves)
+{
+    QTemporaryDir dir;
+    IniFileSettingsStore store(dir.path());
+    const QString file = store.fileName(App);
+    QFile old(file);
+    if (!old.open(QIODevice::WriteOnly) || old.write(oldFile) != oldFile.size())
+        return {QStringLiteral("cannot write the old file")};
+    old.close();
+    const QHash<QString, QString> before = hostValues(hostCopy(file, QStringLiteral("before")));
+
+    QHash<QString, QString> saved;
+    for (const SettingsSave& save : saves) {
+        if (save.key.isEmpty())
+            continue;
+        store.saveValue(App, save.section, save.key, save.value);
+        saved.insert(settingsini::settingsKey(save.section, save.key), save.value);
+    }
+    try {
+        store.sync();
+    } catch (const Error& error) {
+        return {error.message()};
+    }
+
+    QStringList faults;
+    const IniFileSettingsStore fresh(dir.path());
+    const QString afterCopy = hostCopy(file, QStringLiteral("after"));
+    QSettings host(afterCopy, QSettings::IniFormat);
+    for (const SettingsSave& save : saves) {
+        if (save.key.isEmpty())
+            continue;
+        const QString key = settingsini::settingsKey(save.section, save.key);
+        const QString expected = saved.value(key);
+        const QString ours = fresh.readValue(App, save.section, save.key, QStringLiteral("<none>"));
+        const QString theirs = host.value(key).toString();
+        if (ours != expected || theirs != expected)
+            faults.append(QStringLiteral("saved %1 = %2 reads %3 here, %4 in QSettings")
+                              .arg(shown(key), shown(expected), shown(ours), shown(theirs)));
+    }
+    const QHash<QString, QString> after = hostValues(afterCopy);
+    for (auto it = before.constBegin(); it != before.constEnd(); ++it)
+        if (!saved.contains(it.key()) && after.value(it.key()) != it.value())
+            faults.append(
+                QStringLiteral("%1 was %2, is %3")
+                    .arg(shown(it.key()), shown(it.value()), shown(after.value(it.key()))));
+    return faults;
+}
+
+QStringList checkSettingsSaveInput(QByteArrayView input)
+{
+    if (input.size() < 2)
+        return {};
+    const qsizetype length =
+        std::min<qsizetype>(uchar(input[0]) | uchar(input[1]) << 8, input.size() - 2);
+    const QByteArray oldFile = input.sliced(2, length).toByteArray();
+    const QByteArrayView rest = input.sliced(2 + length);
+    QString text(rest.size() / 2, Qt::Uninitialized);
+    std::memcpy(text.data(), rest.data(), size_t(text.size()) * 2);
+
+    std::vector<SettingsSave> saves;
+    for (const QString& record : text.split(QChar(0x1E))) {
+        const QStringList fields = record.split(QChar(0x1F));
+        if (fields.size() == 3)
+            saves.push_back({fields[0], fields[1], fields[2]});
+    }
+    return checkSettingsSave(oldFile, saves);
+}
+
+} // namespace qf::test
