@@ -1,4 +1,5 @@
 #include "PeImage.h"
+#include "support/CliRun.h"
 
 #include <QFile>
 #include <QProcess>
@@ -7,25 +8,6 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-struct CliResult {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-CliResult runCli(const QStringList& args)
-{
-    QProcess process;
-    process.start(QStringLiteral(QFORMS_CLI_PATH), args);
-    EXPECT_TRUE(process.waitForFinished(30000));
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-} // namespace
 
 TEST(Cli, ReadPrintsTheProfileValue)
 {

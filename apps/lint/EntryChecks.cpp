@@ -148,6 +148,7 @@ void checkKeys(LintContext& lint)
             }
             const int entry = match.captured(1).toInt();
             const QString suffix = match.captured(2);
+            lint.firstKeys.try_emplace(entry, line.namePosition);
             const QString known = [&] {
                 for (const QString& candidate : knownSuffixes()) {
                     if (candidate.compare(suffix, Qt::CaseInsensitive) == 0)

@@ -28,6 +28,8 @@ struct LintContext {
     std::map<int, QString> kinds;
     // Entry -> the array element the builder made of it.
     std::map<int, int> elements;
+    // Entry -> where its first key line is, for findings about the entry.
+    std::map<int, IniDocument::Position> firstKeys;
     // (kind, element) -> entry, the other way round.
     std::map<std::pair<QString, int>, int> entriesByElement;
     Findings findings;

@@ -41,14 +41,20 @@ void builderStep(LintContext& lint, const SkippedStep& step, int language, PairS
     const QString said = QStringLiteral("%1: %2").arg(key, step.reason);
     if (step.key == gd::Type) {
         if (step.value.isEmpty()) {
-            lint.add(Severity::Warning, QStringLiteral("entries-missing-type"),
-                     QStringLiteral("entry %1 has no %2; it builds nothing").arg(entry).arg(key),
-                     entry, key);
+            const auto first = lint.firstKeys.find(entry);
+            const QString message =
+                QStringLiteral("entry %1 has no %2; it builds nothing").arg(entry).arg(key);
+            if (first == lint.firstKeys.end())
+                lint.add(Severity::Warning, QStringLiteral("entries-missing-type"), message, entry,
+                         key);
+            else
+                lint.addAt(Severity::Warning, QStringLiteral("entries-missing-type"), message,
+                           entry, lint.path, first->second);
             return;
         }
         const QString suggestion = closest(step.value, kindWords());
         lint.add(Severity::Error, QStringLiteral("entries-unknown-kind"),
-                 QStringLiteral("%1: %2: not a kind%3")
+                 QStringLiteral("%1: \"%2\" is not a kind%3")
                      .arg(key, step.value,
                           suggestion.isEmpty()
                               ? QStringLiteral("; the entry builds nothing")

@@ -5,6 +5,8 @@
 #include "gamedata/ValueSyntax.h"
 #include "platform/Errors.h"
 
+#include <QRegularExpression>
+
 #include <cmath>
 
 namespace qf::lint {
@@ -63,6 +65,16 @@ void checkItemList(LintContext& lint, int entry)
     if (!caption)
         return;
     const QString key = entryKeyName(entry, gd::Caption);
+    static const QRegularExpression run(QStringLiteral(";{3,}"));
+    const QRegularExpressionMatch found = run.match(*caption);
+    if (found.hasMatch())
+        lint.add(Severity::Warning, QStringLiteral("values-item-list"),
+                 QStringLiteral("%1: a run of %2 semicolons repeats the entry before it %3 "
+                                "more time(s)")
+                     .arg(key)
+                     .arg(found.capturedLength())
+                     .arg(found.capturedLength() - 2),
+                 entry, key, true);
     const std::vector<syntax::ItemListStep> steps = syntax::parseItemList(caption->toLower());
     bool emptyReported = false;
     bool semicolonReported = false;
@@ -75,11 +87,12 @@ void checkItemList(LintContext& lint, int entry)
                      QStringLiteral("%1: entry %2 of the list is empty").arg(key).arg(i + 1), entry,
                      key, true);
         }
-        if ((text.startsWith(u';') || text.endsWith(u';')) && !semicolonReported) {
+        if ((text.startsWith(u';') || text.endsWith(u';')) && !semicolonReported &&
+            !found.hasMatch()) {
             semicolonReported = true;
             lint.add(Severity::Warning, QStringLiteral("values-item-list"),
-                     QStringLiteral("%1: \"%2\" starts or ends with \";\"; more than two "
-                                    "semicolons in a row repeat an entry")
+                     QStringLiteral("%1: \"%2\" starts or ends with \";\", which joins the "
+                                    "\";;\" beside it")
                          .arg(key, text),
                      entry, key, true);
         }

@@ -102,9 +102,10 @@ void CustomControlBuilder::setBoolean(int entry, const QString& suffix, const QS
 {
     try {
         set(syntax::toBoolean(value));
-    } catch (const Error& error) {
+    } catch (const Error&) {
         report(entry, suffix, value,
-               error.message() + QStringLiteral(": the widget stays ") + kept);
+               QStringLiteral("\"%1\" is not True, False or a number: the widget stays %2")
+                   .arg(value, kept));
     }
 }
 
