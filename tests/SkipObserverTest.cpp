@@ -1,0 +1,88 @@
+#include "control/qForms.h"
+#include "platform/IniFileSettingsStore.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Recorder : qf::SkipObserver {
+    void stepSkipped(const qf::SkippedStep&) override { ++steps; }
+    int steps = 0;
+};
+
+QString place(const qf::Widget& w)
+{
+    return u"%1,%2,%3,%4,%5"_s.arg(w.left()).arg(w.top()).arg(w.width()).arg(w.height()).arg(
+        w.isVisible());
+}
+
+// Everything a player and the settings file see of one sample game after a
+// build, a load, a click on every check box and a save.
+QStringList runSampleGame(const QString& qgd, const QString& name, const QString& versionType,
+                          std::shared_ptr<qf::SkipObserver> observer)
+{
+    QTemporaryDir config;
+    qForms control;
+    control.setSettingsStore(std::make_shared<qf::IniFileSettingsStore>(config.path()));
+    control.setAppPath(QStringLiteral(QFORMS_SOURCE_DIR "/data/host"));
+    control.setQpGameName(name);
+    control.setQpQGD(qgd);
+    control.setQpGameApplication(u"game.exe"_s);
+    control.setQpVersionType(versionType);
+    control.setQpUseConfigs(true);
+    control.setQpUseModSelection(true);
+    control.setQpLanguageIndex(1);
+    if (observer)
+        control.setSkipObserver(observer);
+    control.qInitCustomControls();
+    control.qLoadSettings();
+    auto& w = control.widgets();
+    w.txtPath.setText(QStringLiteral(QFORMS_SOURCE_DIR "/data"));
+    for (int i = 1; i <= w.Check1.upperBound(); ++i)
+        if (w.Check1.exists(i))
+            w.Check1.at(i).setValue(w.Check1.at(i).value() == 1 ? 0 : 1);
+    control.qSaveSettings();
+
+    QStringList seen{control.qpGameStatus(), control.qpGameStatusColour()};
+    w.Check1.forEach([&](const qf::CheckBox& b) {
+        seen << place(b) + b.caption() + QString::number(b.value()) + b.tag();
+    });
+    w.Option1.forEach([&](const qf::OptionButton& b) {
+        seen << place(b) + b.caption() + QString::number(b.value());
+    });
+    w.Combo1.forEach([&](const qf::ComboBox& c) { seen << place(c) + c.text(); });
+    w.Text1.forEach([&](const qf::TextBox& t) { seen << place(t) + t.text(); });
+    w.Label1.forEach([&](const qf::Label& l) { seen << place(l) + l.caption(); });
+    w.Frame1.forEach([&](const qf::Frame& f) { seen << place(f) + f.caption(); });
+    QFile saved(config.filePath(u"Quillmarsh 2.ini"_s));
+    EXPECT_TRUE(saved.open(QIODevice::ReadOnly));
+    seen << QString::fromUtf8(saved.readAll());
+    return seen;
+}
+
+} // namespace
+
+TEST(SkipObserver, WatchingTheRoutinesChangesNothingTheyDo)
+{
+    const struct {
+        const char* qgd;
+        const char* name;
+        const char* versionType;
+    } games[] = {{"emberfall.qgd", "Emberfall", "2"},
+                 {"stonewake.qgd", "Stonewake", "1"},
+                 {"hollowreach.qgd", "Hollow Reach", "0"}};
+    int reported = 0;
+    for (const auto& g : games) {
+        const auto recorder = std::make_shared<Recorder>();
+        const QString qgd = QLatin1String(g.qgd), name = QLatin1String(g.name);
+        EXPECT_EQ(runSampleGame(qgd, name, QLatin1String(g.versionType), nullptr),
+                  runSampleGame(qgd, name, QLatin1String(g.versionType), recorder))
+            << g.qgd;
+        reported += recorder->steps;
+    }
+    EXPECT_GT(reported, 0) << "the observer was told nothing, so the test compared nothing";
+}
