@@ -19,4 +19,7 @@ struct ShownWidget {
 // caption its widget cuts off is shown whole as the widget's tooltip.
 void describeWidgets(const std::vector<ShownWidget>& widgets);
 
+// Whether the view, at its size, shows less than the whole caption of the model.
+bool cutsCaption(const Widget& model, const QWidget& view);
+
 } // namespace qf
