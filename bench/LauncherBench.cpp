@@ -5,8 +5,8 @@
 #include "LauncherConfig.h"
 #include "LauncherWindow.h"
 #include "SampleInstallations.h"
-#include "platform/IniFileSettingsStore.h"
 #include "context/SettingsKeys.h"
+#include "platform/IniFileSettingsStore.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>

@@ -6,7 +6,7 @@
 #include "gamedata/ValueSyntax.h"
 #include "platform/Errors.h"
 
-#include <QRegularExpression>
+#include <QSet>
 
 #include <cmath>
 #include <set>
@@ -56,6 +56,27 @@ QStringList suffixesOf(const QString& kind)
     return {gd::Type};
 }
 
+struct EntryKey {
+    int entry;
+    QString suffix;
+};
+
+// "Control12Caption" -> 12, "Caption"; nullopt for a key of no entry.
+std::optional<EntryKey> splitEntryKey(const QString& name)
+{
+    static const QLatin1String prefix("control");
+    if (!name.startsWith(prefix, Qt::CaseInsensitive))
+        return std::nullopt;
+    qsizetype end = prefix.size();
+    while (end < name.size() && name[end].isDigit() && name[end].unicode() < 0x80)
+        ++end;
+    bool isNumber = false;
+    const int entry = name.mid(prefix.size(), end - prefix.size()).toInt(&isNumber);
+    if (!isNumber)
+        return std::nullopt;
+    return EntryKey{entry, name.mid(end)};
+}
+
 QString kindInWords(const QString& kind)
 {
     return kind == gd::KindCheckBox       ? QStringLiteral("a check box")
@@ -101,8 +122,6 @@ void checkCount(LintContext& lint)
 
 void checkKeys(LintContext& lint)
 {
-    static const QRegularExpression entryKey(QStringLiteral("^control(\\d+)(.*)$"),
-                                             QRegularExpression::CaseInsensitiveOption);
     const QList<IniDocument::SectionLines> sections = lint.document->lines();
     bool seenSection = false;
     std::set<int> aboveCount;
@@ -133,9 +152,9 @@ void checkKeys(LintContext& lint)
             seenKeys.insert(lowered);
             if (lowered == gd::Count.toLower())
                 continue;
-            const QRegularExpressionMatch match = entryKey.match(line.name);
+            const std::optional<EntryKey> match = splitEntryKey(line.name);
             const QString unknown = QStringLiteral("entries-unknown-key");
-            if (!match.hasMatch()) {
+            if (!match) {
                 const QString suggestion = closest(line.name, {gd::Count});
                 lint.addAt(
                     Severity::Warning, unknown,
@@ -146,8 +165,8 @@ void checkKeys(LintContext& lint)
                     0, lint.path, line.namePosition);
                 continue;
             }
-            const int entry = match.captured(1).toInt();
-            const QString suffix = match.captured(2);
+            const int entry = match->entry;
+            const QString suffix = match->suffix;
             lint.firstKeys.try_emplace(entry, line.namePosition);
             const QString known = [&] {
                 for (const QString& candidate : knownSuffixes()) {

@@ -166,6 +166,8 @@ Findings lintFile(const QString& qgdPath, const Options& options)
 {
     if (!paths::isFile(qgdPath))
         throw Error(QStringLiteral("%1: no such file").arg(qgdPath));
+    // One state of the files, read once: the routines read each value anew.
+    const ProfileSnapshot snapshot;
     LintContext lint;
     lint.path = qgdPath;
     std::tie(lint.appPath, lint.qgdName) = locate(qgdPath, options.appPath);

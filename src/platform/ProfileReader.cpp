@@ -155,7 +155,38 @@ QString withoutTrailingSpaces(const QString& text)
 
 } // namespace
 
+namespace {
+thread_local ProfileSnapshot* currentSnapshot = nullptr;
+
+std::shared_ptr<const IniDocument> loadFromDisk(const QString& path);
+} // namespace
+
+ProfileSnapshot::ProfileSnapshot() : m_outer(currentSnapshot)
+{
+    currentSnapshot = this;
+}
+
+ProfileSnapshot::~ProfileSnapshot()
+{
+    currentSnapshot = m_outer;
+}
+
 std::shared_ptr<const IniDocument> loadProfile(const QString& path)
+{
+    ProfileSnapshot* snapshot = currentSnapshot;
+    if (!snapshot)
+        return loadFromDisk(path);
+    const auto known = snapshot->m_documents.constFind(path);
+    if (known != snapshot->m_documents.cend())
+        return *known;
+    auto document = loadFromDisk(path);
+    snapshot->m_documents.insert(path, document);
+    return document;
+}
+
+namespace {
+
+std::shared_ptr<const IniDocument> loadFromDisk(const QString& path)
 {
     std::optional<struct stat> st;
     const QString resolved = paths::resolve(path, st);
@@ -174,6 +205,8 @@ std::shared_ptr<const IniDocument> loadProfile(const QString& path)
     profileCache().insert(resolved, identity, document);
     return document;
 }
+
+} // namespace
 
 ProfileString getPrivateProfileString(const QString& section, const QString& key,
                                       const QString& defaultValue, const QString& path,

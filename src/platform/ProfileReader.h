@@ -2,6 +2,7 @@
 
 #include "platform/IniDocument.h"
 
+#include <QHash>
 #include <QString>
 
 #include <memory>
@@ -13,6 +14,23 @@ namespace qf {
 // unchanged file (same device, inode, size and modification time) is not parsed
 // again but answered from a cache of recently read files. Thread-safe.
 std::shared_ptr<const IniDocument> loadProfile(const QString& path);
+
+// While one lives, loadProfile() on this thread answers a path it has
+// answered before in the snapshot's life as it did then, without looking at
+// the disk again: for tools that inspect one state of a set of files, such as
+// the game data lint. The control itself never takes one.
+class ProfileSnapshot {
+public:
+    ProfileSnapshot();
+    ~ProfileSnapshot();
+    ProfileSnapshot(const ProfileSnapshot&) = delete;
+    ProfileSnapshot& operator=(const ProfileSnapshot&) = delete;
+
+private:
+    ProfileSnapshot* m_outer;
+    QHash<QString, std::shared_ptr<const IniDocument>> m_documents;
+    friend std::shared_ptr<const IniDocument> loadProfile(const QString& path);
+};
 
 // What GetPrivateProfileString puts into its buffer, and the count it returns.
 struct ProfileString {
