@@ -1,6 +1,7 @@
 // qforms: command-line access to what the options control reads, for checking
 // game data and game list files without a launcher.
 
+#include "PreviewCommand.h"
 #include "detect/Function.h"
 #include "platform/Errors.h"
 #include "platform/ProfileReader.h"
@@ -95,6 +96,8 @@ const Command Commands[] = {
          "Print the file version that the control reads from the version resource of the\n"
          "program FILE (a.b.c.d; 0.0.0.0 for a file without one)."),
      runVersion},
+    // Dispatched by main before the application object exists.
+    {qf::preview::CommandName, qf::preview::Synopsis, qf::preview::Description, nullptr},
     {QLatin1StringView("help"), QLatin1StringView("help"),
      QLatin1StringView("Print this help (also -h and --help)."), runHelp},
 };
@@ -134,7 +137,7 @@ int dispatch(const QStringList& args, Io& io)
     if (name == u"-h" || name == u"--help")
         name = QStringLiteral("help");
     const Command* command = findCommand(name);
-    if (!command)
+    if (!command || !command->run)
         throw UsageError(QStringLiteral("unknown command %1").arg(args.first()));
     return command->run(args.mid(1), io);
 }
@@ -143,6 +146,8 @@ int dispatch(const QStringList& args, Io& io)
 
 int main(int argc, char** argv)
 {
+    if (argc > 1 && qf::preview::CommandName == QLatin1StringView(argv[1]))
+        return qf::preview::runPreviewCommand(argc, argv);
     QCoreApplication app(argc, argv);
     Io io;
     try {
