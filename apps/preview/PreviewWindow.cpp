@@ -56,9 +56,15 @@ PreviewWindow::PreviewWindow(PageSource source, Lint lint, QWidget* parent)
     pageLayout->addWidget(m_problem);
     pageLayout->addStretch();
     layout->addWidget(m_pageHolder);
+    auto* findingsLayout = new QVBoxLayout;
+    m_summary = new QLabel(this);
+    findingsLayout->addWidget(m_summary);
     m_list = new QListWidget(this);
     m_list->setMinimumWidth(320);
-    layout->addWidget(m_list, 1);
+    m_list->setWordWrap(true);
+    m_list->setResizeMode(QListView::Adjust);
+    findingsLayout->addWidget(m_list);
+    layout->addLayout(findingsLayout, 1);
 
     connect(m_list, &QListWidget::currentRowChanged, this, &PreviewWindow::showFinding);
     // A second click on the same finding frames its widget again after a rebuild.
@@ -96,6 +102,10 @@ void PreviewWindow::rebuild()
     m_list->clear();
     for (const lint::Finding& finding : m_findings)
         m_list->addItem(findingText(finding));
+    const int count = int(m_findings.size());
+    m_summary->setText(count == 0   ? tr("No findings")
+                       : count == 1 ? tr("1 finding: pick it to see its widget")
+                                    : tr("%1 findings: pick one to see its widget").arg(count));
 
     watchFiles();
     if (wasShown)

@@ -48,6 +48,7 @@ private:
     std::unique_ptr<GamePage> m_page;
     QWidget* m_pageHolder = nullptr;
     QLabel* m_problem = nullptr;
+    QLabel* m_summary = nullptr;
     QListWidget* m_list = nullptr;
     QFrame* m_highlight = nullptr;
     QFileSystemWatcher* m_watcher = nullptr;
