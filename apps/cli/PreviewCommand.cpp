@@ -91,6 +91,11 @@ int runPreviewCommand(int argc, char** argv)
         err << "qforms: " << message << "\nTry 'qforms --help' for more information.\n";
         return 2;
     }
+    if (parsed.watch && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+        qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        err << "qforms: --watch needs a display\n";
+        return 2;
+    }
     // An image is drawn as the launcher draws it under the offscreen platform,
     // whatever display there is.
     if (!parsed.watch && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
