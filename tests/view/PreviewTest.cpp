@@ -140,7 +140,9 @@ TEST(PreviewWindow, RebuildsWhenTheFileIsRenamedOverAndFramesTheWidgetOfAFinding
         const QByteArray after = QByteArray("Control15Caption=") + text;
         saveByRename(file, before, after);
         before = after;
-        QTRY_COMPARE(caption(), QString::fromLatin1(text).toLower());
+        const QString shown = QString::fromLatin1(text).toLower();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return caption() == shown; }, 5000))
+            << caption().toStdString();
     }
     EXPECT_EQ(window.geometry(), placed);
     EXPECT_EQ(lints, 1 + rebuilt.size());
