@@ -35,6 +35,7 @@ TEST(Cli, HelpAndUsageErrors)
         const CliResult result = runCli({help});
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_TRUE(result.out.contains(u"qforms read [--length] FILE SECTION KEY [DEFAULT]"_s));
+        EXPECT_TRUE(result.out.contains(u"qforms preview --watch FILE.qgd"_s));
     }
     for (const QStringList& args :
          {QStringList{}, QStringList{u"frobnicate"_s}, QStringList{u"read"_s, u"f"_s, u"s"_s},

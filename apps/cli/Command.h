@@ -30,6 +30,7 @@ struct Command {
     QLatin1StringView name;
     QLatin1StringView synopsis;
     QLatin1StringView description;
+    // nullptr for a command that main runs before the application exists.
     int (*run)(const QStringList& args, Io& io);
 };
 
@@ -37,6 +38,7 @@ struct Command {
 extern const Command readCommand;
 extern const Command versionCommand;
 extern const Command lintCommand;
+extern const Command previewCommand;
 extern const Command helpCommand;
 
 // Every command, in the order the help lists them.

@@ -3,6 +3,7 @@
 // own file and is listed in Commands.cpp.
 
 #include "Command.h"
+#include "PreviewCommand.h"
 
 #include <QApplication>
 
@@ -23,7 +24,7 @@ int dispatch(const QStringList& args, Io& io)
     const QString name =
         args.first() == u"-h" || args.first() == u"--help" ? QStringLiteral("help") : args.first();
     for (const Command* command : commands()) {
-        if (name == command->name)
+        if (name == command->name && command->run)
             return command->run(args.mid(1), io);
     }
     throw UsageError(QStringLiteral("unknown command %1").arg(args.first()));
@@ -33,6 +34,9 @@ int dispatch(const QStringList& args, Io& io)
 
 int main(int argc, char** argv)
 {
+    // preview makes its own GUI application, with its own platform choice.
+    if (argc > 1 && qf::preview::CommandName == QLatin1StringView(argv[1]))
+        return qf::preview::runPreviewCommand(argc, argv);
     // The lint measures captions with the view's widgets, which need a
     // platform; it shows no window, so the offscreen one will do. The other
     // commands run without any.

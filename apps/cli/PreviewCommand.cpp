@@ -1,0 +1,135 @@
+#include "PreviewCommand.h"
+
+#include "Lint.h"
+#include "platform/Errors.h"
+
+#include "GamePage.h"
+#include "PreviewPage.h"
+#include "PreviewWindow.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace qf::preview {
+
+namespace {
+
+struct PreviewArgs {
+    PageSource source;
+    QString output;
+    qreal scale = 1;
+    bool watch = false;
+};
+
+// Throws the message for stderr when the arguments do not make a preview.
+PreviewArgs parse(const QStringList& args)
+{
+    PreviewArgs parsed;
+    QStringList files;
+    bool appPathGiven = false;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& arg = args.at(i);
+        const auto value = [&]() -> QString {
+            if (++i >= args.size())
+                throw QStringLiteral("%1 needs a value").arg(arg);
+            return args.at(i);
+        };
+        bool ok = true;
+        if (arg == u"--watch") {
+            parsed.watch = true;
+        } else if (arg == u"--app-path") {
+            parsed.source.appPath = value();
+            appPathGiven = true;
+        } else if (arg == u"--language") {
+            parsed.source.language = value().toInt(&ok);
+            ok = ok && parsed.source.language >= 0 && parsed.source.language <= 32767;
+        } else if (arg == u"--scale") {
+            parsed.scale = value().toDouble(&ok);
+            ok = ok && parsed.scale >= 0.1 && parsed.scale <= 16;
+        } else if (arg == u"-o" || arg == u"--output") {
+            parsed.output = value();
+        } else if (arg.startsWith(u'-') && arg.size() > 1) {
+            throw QStringLiteral("unknown option %1").arg(arg);
+        } else {
+            files.append(arg);
+        }
+        if (!ok)
+            throw QStringLiteral("%1: not a value it takes: %2").arg(arg, args.at(i));
+    }
+    if (files.size() != 1)
+        throw QStringLiteral("preview takes one game data file");
+    parsed.source.gameDataPath = QFileInfo(files.first()).absoluteFilePath();
+    if (!parsed.watch && parsed.output.isEmpty())
+        throw QStringLiteral("preview needs -o PAGE.png (or --watch)");
+    if (parsed.watch && !parsed.output.isEmpty())
+        throw QStringLiteral("--watch writes no image");
+    if (!appPathGiven) {
+        parsed.source.appPath = defaultAppPath(parsed.source.gameDataPath);
+        if (parsed.source.appPath.isEmpty())
+            throw QStringLiteral("%1 is in no Data folder: give --app-path").arg(files.first());
+    }
+    parsed.source.appPath = QFileInfo(parsed.source.appPath).absoluteFilePath();
+    return parsed;
+}
+
+// The lint's findings for the file as it is now; a file it cannot read at all
+// is one finding too, so the window says why its list is empty.
+lint::Findings findingsOf(const QString& path, const QString& appPath)
+{
+    lint::Options options;
+    options.appPath = appPath;
+    try {
+        return lint::lintFile(path, options);
+    } catch (const Error& error) {
+        return {{path, 0, 0, lint::Severity::Error, error.message(), QStringLiteral("lint"), 0}};
+    }
+}
+
+} // namespace
+
+int runPreviewCommand(int argc, char** argv)
+{
+    QStringList args;
+    for (int i = 2; i < argc; ++i)
+        args.append(QString::fromLocal8Bit(argv[i]));
+    QTextStream err(stderr);
+    PreviewArgs parsed;
+    try {
+        parsed = parse(args);
+    } catch (const QString& message) {
+        err << "qforms: " << message << "\nTry 'qforms --help' for more information.\n";
+        return 2;
+    }
+    if (parsed.watch && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+        qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        err << "qforms: --watch needs a display\n";
+        return 2;
+    }
+    // An image is drawn as the launcher draws it under the offscreen platform,
+    // whatever display there is.
+    if (!parsed.watch && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+
+    const QString problem = checkSource(parsed.source);
+    if (!problem.isEmpty()) {
+        err << "qforms: " << problem << '\n';
+        return 2;
+    }
+    if (parsed.watch) {
+        const QString appPath = parsed.source.appPath;
+        PreviewWindow window(parsed.source,
+                             [appPath](const QString& path) { return findingsOf(path, appPath); });
+        window.show();
+        return app.exec();
+    }
+    const std::unique_ptr<GamePage> page = buildPage(parsed.source);
+    if (!renderPage(*page, parsed.scale).save(parsed.output, "PNG")) {
+        err << "qforms: cannot write " << parsed.output << '\n';
+        return 2;
+    }
+    return 0;
+}
+
+} // namespace qf::preview
