@@ -36,24 +36,23 @@ const QStringList& knownSuffixes()
 }
 
 // The keys each kind's routines read (builder, saving, loading).
-QStringList suffixesOf(const QString& kind)
+const QStringList& suffixesOf(const QString& kind)
 {
-    const QStringList placed = {gd::Type, gd::Location, gd::Size, gd::Caption};
-    const QStringList stored = {gd::Index, gd::ControlKey};
-    if (kind == gd::KindCheckBox)
-        return placed + stored +
-               QStringList{gd::VisualFunction, gd::Visible, gd::ControlDefaultValue};
-    if (kind == gd::KindOptionButton)
-        return placed + stored + QStringList{gd::VisualFunction, gd::ControlDefaultValue};
-    if (kind == gd::KindCombo)
-        return placed + stored;
-    if (kind == gd::KindText)
-        return placed + stored + QStringList{gd::Locked, gd::ControlDefaultValue};
-    if (kind == gd::KindLine)
-        return {gd::Type, gd::XLocation, gd::YLocation, gd::Width};
-    if (kind == gd::KindFrame || kind == gd::KindLabel)
-        return placed;
-    return {gd::Type};
+    static const QStringList placed = {gd::Type, gd::Location, gd::Size, gd::Caption};
+    static const QStringList stored = {gd::Index, gd::ControlKey};
+    static const QHash<QString, QStringList> byKind = {
+        {gd::KindCheckBox,
+         placed + stored + QStringList{gd::VisualFunction, gd::Visible, gd::ControlDefaultValue}},
+        {gd::KindOptionButton,
+         placed + stored + QStringList{gd::VisualFunction, gd::ControlDefaultValue}},
+        {gd::KindCombo, placed + stored},
+        {gd::KindText, placed + stored + QStringList{gd::Locked, gd::ControlDefaultValue}},
+        {gd::KindLine, {gd::Type, gd::XLocation, gd::YLocation, gd::Width}},
+        {gd::KindFrame, placed},
+        {gd::KindLabel, placed}};
+    static const QStringList typeOnly = {gd::Type};
+    const auto found = byKind.constFind(kind);
+    return found == byKind.cend() ? typeOnly : *found;
 }
 
 struct EntryKey {
@@ -62,7 +61,7 @@ struct EntryKey {
 };
 
 // "Control12Caption" -> 12, "Caption"; nullopt for a key of no entry.
-std::optional<EntryKey> splitEntryKey(const QString& name)
+std::optional<EntryKey> splitEntryKey(QStringView name)
 {
     static const QLatin1String prefix("control");
     if (!name.startsWith(prefix, Qt::CaseInsensitive))
@@ -74,7 +73,7 @@ std::optional<EntryKey> splitEntryKey(const QString& name)
     const int entry = name.mid(prefix.size(), end - prefix.size()).toInt(&isNumber);
     if (!isNumber)
         return std::nullopt;
-    return EntryKey{entry, name.mid(end)};
+    return EntryKey{entry, name.mid(end).toString()};
 }
 
 QString kindInWords(const QString& kind)
@@ -141,7 +140,7 @@ void checkKeys(LintContext& lint)
             // Comment lines are stored like keys but never match one.
             if (line.name.startsWith(u';'))
                 continue;
-            const QString lowered = line.name.toLower();
+            const QString lowered = line.name.toString().toLower();
             if (seenKeys.contains(lowered)) {
                 lint.addAt(
                     Severity::Warning, QStringLiteral("entries-duplicate-key"),
@@ -155,7 +154,7 @@ void checkKeys(LintContext& lint)
             const std::optional<EntryKey> match = splitEntryKey(line.name);
             const QString unknown = QStringLiteral("entries-unknown-key");
             if (!match) {
-                const QString suggestion = closest(line.name, {gd::Count});
+                const QString suggestion = closest(line.name.toString(), {gd::Count});
                 lint.addAt(
                     Severity::Warning, unknown,
                     QStringLiteral("%1: unknown key%2")
@@ -197,7 +196,7 @@ void checkKeys(LintContext& lint)
                                entry, lint.path, line.namePosition);
                 continue;
             }
-            const QString kind = lint.kinds[entry];
+            const QString& kind = lint.kinds[entry];
             if (gd::kindOf(kind) != gd::Kind::None && !suffixesOf(kind).contains(known)) {
                 const bool storesNothing = known == gd::ControlKey || known == gd::Index;
                 lint.addAt(Severity::Warning,

@@ -18,8 +18,6 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-#include <set>
-
 namespace qf::lint {
 
 namespace {
@@ -141,15 +139,25 @@ void runControl(LintContext& lint, int language, bool first)
 }
 
 // Same place, check and message: said once, whichever language said it.
+// Findings of one place keep the order they were found in.
 void sortAndDeduplicate(Findings& findings)
 {
-    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
-        return std::tie(a.path, a.line, a.column) < std::tie(b.path, b.line, b.column);
-    });
-    std::set<std::tuple<QString, int, int, QString, QString>> seen;
-    std::erase_if(findings, [&](const Finding& f) {
-        return !seen.insert({f.path, f.line, f.column, f.check, f.message}).second;
-    });
+    const auto place = [](const Finding& f) { return std::tie(f.path, f.line, f.column); };
+    std::stable_sort(findings.begin(), findings.end(),
+                     [&](const Finding& a, const Finding& b) { return place(a) < place(b); });
+    Findings kept;
+    kept.reserve(findings.size());
+    size_t placeStart = 0;
+    for (size_t i = 0; i < findings.size(); ++i) {
+        if (placeStart == kept.size() || place(findings[i]) != place(kept.back()))
+            placeStart = kept.size();
+        const auto said = [&](const Finding& k) {
+            return k.check == findings[i].check && k.message == findings[i].message;
+        };
+        if (std::none_of(kept.begin() + qsizetype(placeStart), kept.end(), said))
+            kept.push_back(std::move(findings[i]));
+    }
+    findings = std::move(kept);
 }
 
 QString relativeToWorkingFolder(const QString& path)

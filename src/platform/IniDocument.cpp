@@ -200,14 +200,14 @@ QList<IniDocument::SectionLines> IniDocument::lines() const
     for (size_t i = 0; i < m_headers.size(); ++i) {
         const Line& header = m_headers[i];
         sections.append(
-            SectionLines{header.name.toString(),
+            SectionLines{header.name,
                          i == 0 ? std::nullopt : std::optional(positionOf(header, header.name)),
                          {}});
     }
     for (const Line& line : m_lines) {
-        KeyLine key{line.name.toString(), std::nullopt, positionOf(line, line.name), std::nullopt};
+        KeyLine key{line.name, std::nullopt, positionOf(line, line.name), std::nullopt};
         if (line.present) {
-            key.value = line.value.toString();
+            key.value = line.value;
             key.valuePosition = positionOf(line, line.value);
         }
         sections[line.header].keys.append(std::move(key));

@@ -43,17 +43,18 @@ public:
         bool operator==(const Position&) const = default;
     };
 
-    // A key line as written, for tools that report on the file itself.
+    // A key line as written, for tools that report on the file itself. The
+    // views look into the document, which must outlive them.
     struct KeyLine {
-        QString name;
-        std::optional<QString> value; // nullopt for a line without "="
+        QStringView name;
+        std::optional<QStringView> value; // nullopt for a line without "="
         Position namePosition;
         std::optional<Position> valuePosition;
     };
 
     // A section header and the key lines under it, in file order.
     struct SectionLines {
-        QString name;
+        QStringView name;
         std::optional<Position> namePosition; // nullopt for the lines before any header
         QList<KeyLine> keys;
     };
