@@ -16,6 +16,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QTemporaryDir>
 
 namespace qf::lint {
@@ -142,20 +143,32 @@ void runControl(LintContext& lint, int language, bool first)
 // Findings of one place keep the order they were found in.
 void sortAndDeduplicate(Findings& findings)
 {
-    const auto place = [](const Finding& f) { return std::tie(f.path, f.line, f.column); };
-    std::stable_sort(findings.begin(), findings.end(),
-                     [&](const Finding& a, const Finding& b) { return place(a) < place(b); });
+    // Paths in name order, compared once each rather than at every step of the sort.
+    QMap<QString, int> pathOrder;
+    for (const Finding& f : findings)
+        pathOrder.insert(f.path, 0);
+    int order = 0;
+    for (int& o : pathOrder)
+        o = order++;
+    std::vector<std::pair<std::tuple<int, int, int>, size_t>> places;
+    places.reserve(findings.size());
+    for (size_t i = 0; i < findings.size(); ++i)
+        places.push_back(
+            {{pathOrder.value(findings[i].path), findings[i].line, findings[i].column}, i});
+    std::stable_sort(places.begin(), places.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
     Findings kept;
     kept.reserve(findings.size());
     size_t placeStart = 0;
-    for (size_t i = 0; i < findings.size(); ++i) {
-        if (placeStart == kept.size() || place(findings[i]) != place(kept.back()))
+    for (size_t p = 0; p < places.size(); ++p) {
+        if (p == 0 || places[p].first != places[p - 1].first)
             placeStart = kept.size();
+        Finding& f = findings[places[p].second];
         const auto said = [&](const Finding& k) {
-            return k.check == findings[i].check && k.message == findings[i].message;
+            return k.check == f.check && k.message == f.message;
         };
         if (std::none_of(kept.begin() + qsizetype(placeStart), kept.end(), said))
-            kept.push_back(std::move(findings[i]));
+            kept.push_back(std::move(f));
     }
     findings = std::move(kept);
 }
