@@ -6,8 +6,6 @@
 #include "gamedata/ValueSyntax.h"
 #include "platform/Errors.h"
 
-#include <QSet>
-
 #include <cmath>
 #include <set>
 
@@ -135,24 +133,22 @@ void checkKeys(LintContext& lint)
             continue;
         }
         seenSection = true;
-        QSet<QString> seenKeys;
         for (const IniDocument::KeyLine& line : section.keys) {
             // Comment lines are stored like keys but never match one.
             if (line.name.startsWith(u';'))
                 continue;
-            const QString lowered = line.name.toString().toLower();
-            if (seenKeys.contains(lowered)) {
+            // A later line of a name is not the one lookups find.
+            if (lint.document->keyPosition(gd::Section, line.name) != line.namePosition) {
                 lint.addAt(
                     Severity::Warning, QStringLiteral("entries-duplicate-key"),
                     QStringLiteral("%1: appears again; this line is never read").arg(line.name), 0,
                     lint.path, line.namePosition);
                 continue;
             }
-            seenKeys.insert(lowered);
-            if (lowered == gd::Count.toLower())
+            if (line.name.compare(gd::Count, Qt::CaseInsensitive) == 0)
                 continue;
             const std::optional<EntryKey> match = splitEntryKey(line.name);
-            const QString unknown = QStringLiteral("entries-unknown-key");
+            static const QString unknown = QStringLiteral("entries-unknown-key");
             if (!match) {
                 const QString suggestion = closest(line.name.toString(), {gd::Count});
                 lint.addAt(
