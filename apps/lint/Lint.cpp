@@ -13,10 +13,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
+#include <QSet>
 #include <QTemporaryDir>
 
 namespace qf::lint {
@@ -159,16 +161,15 @@ void sortAndDeduplicate(Findings& findings)
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     Findings kept;
     kept.reserve(findings.size());
-    size_t placeStart = 0;
+    QSet<std::pair<QString, QString>> saidHere; // check and message, at the current place
     for (size_t p = 0; p < places.size(); ++p) {
         if (p == 0 || places[p].first != places[p - 1].first)
-            placeStart = kept.size();
+            saidHere.clear();
         Finding& f = findings[places[p].second];
-        const auto said = [&](const Finding& k) {
-            return k.check == f.check && k.message == f.message;
-        };
-        if (std::none_of(kept.begin() + qsizetype(placeStart), kept.end(), said))
+        if (!saidHere.contains({f.check, f.message})) {
+            saidHere.insert({f.check, f.message});
             kept.push_back(std::move(f));
+        }
     }
     findings = std::move(kept);
 }
@@ -211,8 +212,13 @@ Findings lintFile(const QString& qgdPath, const Options& options)
         runControl(lint, languages[i], i == 0);
     checkStorage(lint);
 
-    for (Finding& finding : lint.findings)
-        finding.path = relativeToWorkingFolder(finding.path);
+    QHash<QString, QString> relative; // a handful of paths, many findings
+    for (Finding& finding : lint.findings) {
+        auto known = relative.find(finding.path);
+        if (known == relative.end())
+            known = relative.insert(finding.path, relativeToWorkingFolder(finding.path));
+        finding.path = *known;
+    }
     sortAndDeduplicate(lint.findings);
     return lint.findings;
 }

@@ -24,6 +24,9 @@ void LintContext::add(Severity severity, const QString& check, const QString& me
         position = document->valuePosition(gamedata::Section, key);
     if (!position)
         position = document->keyPosition(gamedata::Section, key);
+    // A missing key is about its entry: place it at the entry's first line.
+    if (const auto first = firstKeys.find(entry); !position && first != firstKeys.end())
+        position = first->second;
     if (!position)
         position = document->sectionPosition(gamedata::Section);
     addAt(severity, check, message, entry, path, position);
