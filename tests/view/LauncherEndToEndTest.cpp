@@ -3,10 +3,10 @@
 #include "LauncherWindow.h"
 #include "PeImage.h"
 #include "SampleInstallations.h"
+#include "context/SettingsKeys.h"
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
 #include "platform/MessageBox.h"
-#include "context/SettingsKeys.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -47,8 +47,12 @@ public:
     QString folder(const char* name) const { return m_home.filePath(QLatin1String(name)); }
     QString hostFolder() const
     {
-        return QFileInfo(QStringLiteral(QFORMS_LAUNCHER_PATH)).path() + QStringLiteral("/host");
+        return host.isEmpty() ? QFileInfo(QStringLiteral(QFORMS_LAUNCHER_PATH)).path() +
+                                    QStringLiteral("/host")
+                              : host;
     }
+    // Another host folder for the windows this user opens.
+    QString host;
 
     // Runs the real launcher program.
     LauncherRun launcher(const QStringList& arguments, bool display = true) const
@@ -404,15 +408,25 @@ TEST(LauncherEndToEnd, TabGoesFromTheListThroughThePageToTheButtonsAndEveryField
 }
 
 // Root writes into read-only folders, so the window runs as nobody then, in a
-// child process.
+// child process, with a copy of the host folder that nobody may read wherever
+// the build lies.
 TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
 {
+    QTemporaryDir shared;
+    const QString host = shared.filePath(QStringLiteral("host"));
+    ASSERT_EQ(QProcess::execute(QStringLiteral("cp"),
+                                {QStringLiteral("-r"), LauncherUser().hostFolder(), host}),
+              0);
+    ASSERT_EQ(QProcess::execute(QStringLiteral("chmod"),
+                                {QStringLiteral("-R"), QStringLiteral("a+rX"), shared.path()}),
+              0);
     const pid_t child = ::fork();
     if (child == 0) {
         if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
             ::_exit(3);
         {
             LauncherUser user;
+            user.host = host;
             if (!QDir().mkpath(user.folder("config")))
                 ::_exit(4);
             auto window = user.window();
