@@ -1,13 +1,11 @@
-#include "control/qForms.h"
 #include "platform/DesktopProgramStarter.h"
 #include "platform/Errors.h"
-#include "support/TestHost.h"
+#include "support/HostedControl.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QThread>
-#include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -51,18 +49,9 @@ struct RecordingMessageBox : qf::MessageBox {
     QList<QStringList> shown;
 };
 
-class ConfigFilesTest : public ::testing::Test {
+class ConfigFilesTest : public HostedControl {
 protected:
-    ConfigFilesTest()
-    {
-        control.setComponentFolder(host.path());
-        control.setAppPath(host.path());
-        control.setQpGameName(u"Arena"_s);
-    }
-
-    TestHost host;
-    qForms control;
-    qf::ControlWidgets& w = control.widgets();
+    ConfigFilesTest() { control.setComponentFolder(host.path()); }
 };
 
 } // namespace

@@ -4,8 +4,11 @@
 #include <QFile>
 #include <QMetaClassInfo>
 #include <QMetaProperty>
+#include <QRectF>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 using qf::Widget;
 
@@ -23,14 +26,13 @@ TEST(ControlProperties, AFreshControlIsEmptyAndShowsItsDesignTimeWidgets)
     const auto& w = control.widgets();
     EXPECT_EQ(control.qpGameStatus(), w.lblStatus.caption());
     EXPECT_FALSE(control.qpGameStatus().isEmpty());
-    EXPECT_EQ(w.cmdBrowse.caption(), QStringLiteral("038"));
-    EXPECT_EQ(w.lblPath.caption(), QStringLiteral("053"));
-    EXPECT_EQ(w.frameStatus.caption(), QStringLiteral("054"));
+    EXPECT_EQ((QStringList{w.cmdBrowse.caption(), w.lblPath.caption(), w.frameStatus.caption()}),
+              (QStringList{u"038"_s, u"053"_s, u"054"_s}));
     EXPECT_EQ(w.lblStatus.foreColor(), 0x00FF00u);
     EXPECT_EQ(w.lblStatus.look().backColor, 0x000000u);
     EXPECT_TRUE(w.lblStatus.look().bold);
-    EXPECT_EQ(w.lstConfig.pattern(), QStringLiteral("*.cfg"));
-    EXPECT_EQ(w.lstFiles.pattern(), QStringLiteral("*.pk3"));
+    EXPECT_EQ(w.lstConfig.pattern(), u"*.cfg"_s);
+    EXPECT_EQ(w.lstFiles.pattern(), u"*.pk3"_s);
 
     for (const Widget* shown : std::initializer_list<const Widget*>{
              &w.frame, &w.lblPath, &w.txtPath, &w.cmdBrowse, &w.frameStatus, &w.lblStatus})
@@ -41,10 +43,8 @@ TEST(ControlProperties, AFreshControlIsEmptyAndShowsItsDesignTimeWidgets)
              &w.Line1.templateWidget(), &w.Text1.templateWidget()})
         EXPECT_FALSE(hidden->isVisible()) << qPrintable(hidden->name());
 
-    EXPECT_EQ(w.txtPath.left(), 120);
-    EXPECT_EQ(w.txtPath.top(), 480);
-    EXPECT_EQ(w.txtPath.width(), 5175);
-    EXPECT_EQ(w.txtPath.height(), 285);
+    EXPECT_EQ(QRectF(w.txtPath.left(), w.txtPath.top(), w.txtPath.width(), w.txtPath.height()),
+              QRectF(120, 480, 5175, 285));
     EXPECT_EQ(w.lblStatus.container(), &w.frameStatus);
     EXPECT_EQ(w.lstAVA.container(), &w.Temp);
     EXPECT_EQ(w.Option1.templateWidget().left(), 2760);
@@ -58,12 +58,12 @@ TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMeta
         const char* name;
         QVariant value;
     } cases[] = {
-        {"qpGameName", QStringLiteral("Arena / Deluxe")},
-        {"qpGamePath", QStringLiteral("C:\\Games\\Arena\\")},
-        {"qpGameApplication", QStringLiteral("bin\\arena.exe")},
-        {"qpGameBase", QStringLiteral("base")},
-        {"qpQGD", QStringLiteral("arena.qgd")},
-        {"AppPath", QStringLiteral("/opt/launcher")},
+        {"qpGameName", u"Arena / Deluxe"_s},
+        {"qpGamePath", u"C:\\Games\\Arena\\"_s},
+        {"qpGameApplication", u"bin\\arena.exe"_s},
+        {"qpGameBase", u"base"_s},
+        {"qpQGD", u"arena.qgd"_s},
+        {"AppPath", u"/opt/launcher"_s},
         {"qpUseModSelection", true},
         {"qpUseAdditionalCommandLineParameters", true},
         {"qpUseConfigs", true},
@@ -72,8 +72,8 @@ TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMeta
         EXPECT_TRUE(control.setProperty(c.name, c.value)) << c.name;
         EXPECT_EQ(control.property(c.name), c.value) << c.name;
     }
-    EXPECT_FALSE(control.setProperty("qpGameStatus", QStringLiteral("forged")));
-    EXPECT_FALSE(control.setProperty("qpGameStatusColour", QStringLiteral("green")));
+    EXPECT_FALSE(control.setProperty("qpGameStatus", u"forged"_s));
+    EXPECT_FALSE(control.setProperty("qpGameStatusColour", u"green"_s));
 
     const QMetaObject* meta = control.metaObject();
     EXPECT_STREQ(meta->classInfo(meta->indexOfClassInfo("qpGameStatusColour")).value(),
@@ -82,15 +82,15 @@ TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMeta
     // The thirteen of the component, and the player's four choices, read only.
     EXPECT_EQ(meta->propertyCount() - meta->propertyOffset(), 17);
     for (const char* choice : {"chosenMod", "chosenConfig", "additionalParameters", "programPath"})
-        EXPECT_FALSE(control.setProperty(choice, QStringLiteral("forged"))) << choice;
+        EXPECT_FALSE(control.setProperty(choice, u"forged"_s)) << choice;
 }
 
 TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOnce)
 {
     QTemporaryDir game;
-    QFile(game.filePath(QStringLiteral("Arena.exe"))).open(QIODevice::WriteOnly);
+    QFile(game.filePath(u"Arena.exe"_s)).open(QIODevice::WriteOnly);
     qForms control;
-    control.setQpGameApplication(QStringLiteral("arena.exe"));
+    control.setQpGameApplication(u"arena.exe"_s);
     int program = 0, parameters = 0;
     QStringList mods;
     QObject::connect(&control, &qForms::programPathChanged, [&] { ++program; });
@@ -100,23 +100,23 @@ TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOn
 
     w.txtPath.setText(game.path());
     w.txtPath.setText(game.path()); // the same folder: no news
-    EXPECT_EQ(control.programPath(), game.filePath(QStringLiteral("Arena.exe")));
+    EXPECT_EQ(control.programPath(), game.filePath(u"Arena.exe"_s));
     EXPECT_EQ(program, 1);
     w.txtPath.setText(QString());
     EXPECT_EQ(control.programPath(), QString());
 
-    w.txtCLP.setText(QStringLiteral("+set fov 90"));
+    w.txtCLP.setText(u"+set fov 90"_s);
     EXPECT_EQ(control.additionalParameters(), QString()) << "the box is off";
     control.setQpUseAdditionalCommandLineParameters(true);
-    EXPECT_EQ(control.additionalParameters(), QStringLiteral("+set fov 90"));
+    EXPECT_EQ(control.additionalParameters(), u"+set fov 90"_s);
     EXPECT_EQ(parameters, 1);
 
     control.setQpUseModSelection(true);
     w.comModSelect.addItem(QString());
-    w.comModSelect.addItem(QStringLiteral("ctf"));
+    w.comModSelect.addItem(u"ctf"_s);
     w.comModSelect.setListIndex(1);
-    EXPECT_EQ(control.chosenMod(), QStringLiteral("ctf"));
-    EXPECT_EQ(mods, QStringList{QStringLiteral("ctf")});
+    EXPECT_EQ(control.chosenMod(), u"ctf"_s);
+    EXPECT_EQ(mods, QStringList{u"ctf"_s});
 }
 
 TEST(ControlProperties, VersionTypeKeepsNumbersBelowThreeTurnsHigherOnesIntoNoneAndRejectsText)
@@ -128,7 +128,7 @@ TEST(ControlProperties, VersionTypeKeepsNumbersBelowThreeTurnsHigherOnesIntoNone
     }
     for (const char* tooHigh : {"3", "12", "3.0", " 10"}) {
         control.setQpVersionType(QString::fromLatin1(tooHigh));
-        EXPECT_EQ(control.qpVersionType(), QStringLiteral("none")) << tooHigh;
+        EXPECT_EQ(control.qpVersionType(), u"none"_s) << tooHigh;
     }
     for (const char* notANumber : {"", "abc", "1a", "  "}) {
         EXPECT_THROW(control.setQpVersionType(QString::fromLatin1(notANumber)),
@@ -151,26 +151,22 @@ TEST(ControlProperties, GroupSwitchesShowAndHideTheirWidgetsInOrderAndNothingEls
             if (p == qf::Property::Visible)
                 order.push_back(widget->name());
         });
-    w.comModSelect.addItem(QStringLiteral("ctf"));
+    w.comModSelect.addItem(u"ctf"_s);
     w.comModSelect.setListIndex(0);
 
     control.setQpUseModSelection(true);
     control.setQpUseAdditionalCommandLineParameters(true);
     control.setQpUseConfigs(true);
     control.setQpUseConfigs(true);
-    EXPECT_EQ(order,
-              (std::vector<QString>{QStringLiteral("chkModCheck"), QStringLiteral("comModSelect"),
-                                    QStringLiteral("lblModName"), QStringLiteral("txtCLP"),
-                                    QStringLiteral("lblCLP"), QStringLiteral("lblSelectConfig"),
-                                    QStringLiteral("cmdEdit"), QStringLiteral("lstConfig")}));
+    EXPECT_EQ(order, (std::vector<QString>{u"chkModCheck"_s, u"comModSelect"_s, u"lblModName"_s,
+                                           u"txtCLP"_s, u"lblCLP"_s, u"lblSelectConfig"_s,
+                                           u"cmdEdit"_s, u"lstConfig"_s}));
 
     control.setQpUseModSelection(false);
-    EXPECT_FALSE(w.chkModCheck.isVisible());
-    EXPECT_FALSE(w.comModSelect.isVisible());
-    EXPECT_FALSE(w.lblModName.isVisible());
-    EXPECT_TRUE(w.txtCLP.isVisible());
-    EXPECT_TRUE(w.lstConfig.isVisible());
-    EXPECT_EQ(w.comModSelect.text(), QStringLiteral("ctf")) << "a hidden list keeps its selection";
+    EXPECT_FALSE(w.chkModCheck.isVisible() || w.comModSelect.isVisible() ||
+                 w.lblModName.isVisible());
+    EXPECT_TRUE(w.txtCLP.isVisible() && w.lstConfig.isVisible());
+    EXPECT_EQ(w.comModSelect.text(), u"ctf"_s) << "a hidden list keeps its selection";
     EXPECT_FALSE(control.qpUseModSelection());
 }
 
@@ -184,10 +180,10 @@ TEST(ControlProperties, StatusChangeIsRaisedForEveryNewStatusLineAndForEachHostC
         seenStatus = control.qpGameStatus();
     });
 
-    control.widgets().lblStatus.setCaption(QStringLiteral(" Arena was found."));
+    control.widgets().lblStatus.setCaption(u" Arena was found."_s);
     EXPECT_EQ(raised, 1);
-    EXPECT_EQ(seenStatus, QStringLiteral(" Arena was found."));
-    control.widgets().lblStatus.setCaption(QStringLiteral(" Arena was found."));
+    EXPECT_EQ(seenStatus, u" Arena was found."_s);
+    control.widgets().lblStatus.setCaption(u" Arena was found."_s);
     EXPECT_EQ(raised, 1);
 
     control.lblStatus_Change();

@@ -1,30 +1,25 @@
 #include "PeImage.h"
-#include "control/qForms.h"
-#include "platform/IniFileSettingsStore.h"
-#include "support/TestHost.h"
+#include "support/HostedControl.h"
 #include "support/TraceRecorder.h"
 
 #include <QDir>
-#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // A host folder with the status texts, and a game installation beside it.
-class GameCheckTest : public ::testing::Test {
+class GameCheckTest : public HostedControl {
 protected:
     GameCheckTest()
     {
         host.writeLanguage(
             0, "000=\": not set up\"\n001=\" found\"\n002=\" missing\"\n003=\" version \"\n");
-        host.write(QStringLiteral("game/arena.exe"),
+        host.write(u"game/arena.exe"_s,
                    qf::PeImage({.fileVersionMS = 0x00040000, .fileVersionLS = 40000}).bytes);
-        control.setAppPath(host.path());
-        control.setQpGameName(QStringLiteral("Arena"));
-        control.setQpGameApplication(QStringLiteral("arena.exe"));
-        control.setQpGameBase(QStringLiteral("base"));
-        control.setQpVersionType(QStringLiteral("0"));
-        control.setSettingsStore(
-            std::make_shared<qf::IniFileSettingsStore>(host.filePath(QStringLiteral("config"))));
+        control.setQpGameApplication(u"arena.exe"_s);
+        control.setQpGameBase(u"base"_s);
+        control.setQpVersionType(u"0"_s);
         QObject::connect(&control, &qForms::StatusChange, [this] {
             seen.append(control.qpGameStatusColour() + QLatin1Char('|') + control.qpGameStatus());
         });
@@ -33,16 +28,13 @@ protected:
     // Runs one check on the path: through the folder box when that changes it.
     void check(const QString& path)
     {
-        qf::TextBox& txtPath = control.widgets().txtPath;
-        if (txtPath.text() == path)
+        if (w.txtPath.text() == path)
             control.qCheckGame();
         else
-            txtPath.setText(path);
+            w.txtPath.setText(path);
     }
-    QString gameFolder() const { return host.filePath(QStringLiteral("game")); }
+    QString gameFolder() const { return host.filePath(u"game"_s); }
 
-    TestHost host;
-    qForms control;
     QStringList seen;
 };
 
@@ -52,17 +44,19 @@ TEST_F(GameCheckTest, TooShortAPathIsNotConfiguredAndTestsNoFile)
 {
     control.setQpUseModSelection(true);
     TraceRecorder traces;
-    check(QStringLiteral("ab"));
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("yellow"));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena: not set up"));
-    EXPECT_EQ(control.widgets().lblStatus.foreColor(), 0x00FFFFu);
-    EXPECT_FALSE(control.widgets().chkModCheck.isEnabled());
-    EXPECT_FALSE(control.widgets().comModSelect.isEnabled());
-    EXPECT_EQ(traces.messages, (QStringList{QStringLiteral("strGamePath > ab"),
-                                            QStringLiteral("strGameApplication > arena.exe"),
-                                            QStringLiteral("strGameBase > base")}));
+    check(u"ab"_s);
+    EXPECT_EQ(control.qpGameStatusColour(), u"yellow"_s);
+    EXPECT_EQ(control.qpGameStatus(), u" Arena: not set up"_s);
+    EXPECT_EQ(w.lblStatus.foreColor(), 0x00FFFFu);
+    EXPECT_FALSE(w.chkModCheck.isEnabled());
+    EXPECT_FALSE(w.comModSelect.isEnabled());
+    EXPECT_EQ(traces.messages,
+              (QStringList{u"strGamePath > ab"_s, u"strGameApplication > arena.exe"_s,
+                           u"strGameBase > base"_s}));
     // The handler saw the new colour together with the new text.
-    EXPECT_EQ(seen, QStringList{QStringLiteral("yellow| Arena: not set up")});
+    EXPECT_EQ(seen, QStringList{u"yellow| Arena: not set up"_s});
+    check(u"abc"_s);
+    EXPECT_EQ(control.qpGameStatusColour(), u"red"_s) << "three characters are a path";
 }
 
 TEST_F(GameCheckTest, AProgramPathIsSplitIntoFolderAndProgramAtItsLastSeparator)
@@ -72,113 +66,109 @@ TEST_F(GameCheckTest, AProgramPathIsSplitIntoFolderAndProgramAtItsLastSeparator)
         QString typed;
         QString folderAfter;
     } cases[] = {
-        {folder + QStringLiteral("/arena.exe"), folder + QStringLiteral("/")},
-        {folder + QStringLiteral("\\ARENA.EXE"), folder + QStringLiteral("\\")},
-        {host.path() + QStringLiteral("\\game/arena.exe"), host.path() + QStringLiteral("\\game/")},
+        {folder + u"/arena.exe"_s, folder + u"/"_s},
+        {folder + u"\\ARENA.EXE"_s, folder + u"\\"_s},
+        {host.path() + u"\\game/arena.exe"_s, host.path() + u"\\game/"_s},
         {folder, folder},
     };
     for (const auto& c : cases) {
         check(c.typed);
         EXPECT_EQ(control.qpGamePath(), c.folderAfter) << c.typed;
-        EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("green")) << c.typed;
-        EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena found")) << c.typed;
+        EXPECT_EQ(control.qpGameStatusColour(), u"green"_s) << c.typed;
+        EXPECT_EQ(control.qpGameStatus(), u" Arena found"_s) << c.typed;
     }
 
     // A text ending in .exe but naming another program is not found.
-    check(folder + QStringLiteral("/other.exe"));
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("red"));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena missing"));
-    EXPECT_EQ(control.widgets().lblStatus.foreColor(), 0x0000FFu);
+    check(folder + u"/other.exe"_s);
+    EXPECT_EQ(control.qpGameStatusColour(), u"red"_s);
+    EXPECT_EQ(control.qpGameStatus(), u" Arena missing"_s);
+    EXPECT_EQ(w.lblStatus.foreColor(), 0x0000FFu);
 }
 
 TEST_F(GameCheckTest, VersionTypesDecideTheStatusText)
 {
-    control.setQpVersionType(QStringLiteral("2"));
+    control.setQpVersionType(u"2"_s);
     check(gameFolder());
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version v4.0.0.40000"));
-    EXPECT_EQ(control.widgets().lblStatus.foreColor(), 0x00FF00u);
+    EXPECT_EQ(control.qpGameStatus(), u" Arena version v4.0.0.40000"_s);
+    EXPECT_EQ(w.lblStatus.foreColor(), 0x00FF00u);
 
-    control.setQpVersionType(QStringLiteral("7"));
+    control.setQpVersionType(u"7"_s);
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena"));
-    control.setQpVersionType(QStringLiteral("2.0"));
+    EXPECT_EQ(control.qpGameStatus(), u" Arena"_s);
+    control.setQpVersionType(u"2.0"_s);
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena")) << "the type is compared as text";
+    EXPECT_EQ(control.qpGameStatus(), u" Arena"_s) << "the type is compared as text";
 
     // A program without a version resource reads as 0.0.0.0.
-    host.write(QStringLiteral("game/arena.exe"), "#!/bin/sh\n");
-    control.setQpVersionType(QStringLiteral("2"));
+    host.write(u"game/arena.exe"_s, "#!/bin/sh\n");
+    control.setQpVersionType(u"2"_s);
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version v0.0.0.0"));
+    EXPECT_EQ(control.qpGameStatus(), u" Arena version v0.0.0.0"_s);
 }
 
 TEST_F(GameCheckTest, PakFilesNamedInGameListFilesGiveTheVersionAndTheLastMatchWins)
 {
-    control.setQpVersionType(QStringLiteral("1"));
-    host.write(QStringLiteral("Data/Arena/AVA/a.AVA"),
+    control.setQpVersionType(u"1"_s);
+    host.write(u"Data/Arena/AVA/a.AVA"_s,
                "[AVA Game]\nPakName=pak\nPakForVersion=1\nVersion=1.16\n");
-    host.write(QStringLiteral("Data/Arena/AVA/B.ava"),
+    host.write(u"Data/Arena/AVA/B.ava"_s,
                "[ava game]\npakname=pak\nPakForVersion=8\nPakExtension=.PK3\nVersion=1.32\n");
-    host.write(QStringLiteral("game/base/pak1.pk3"), "");
-    host.write(QStringLiteral("game/base/pak8.pk3"), "");
+    host.write(u"game/base/pak1.pk3"_s, "");
+    host.write(u"game/base/pak8.pk3"_s, "");
 
     TraceRecorder traces;
-    check(gameFolder() + QStringLiteral("/arena.exe"));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version 1.32"));
-    const QString listFolder = host.path() + QStringLiteral("\\Data\\Arena\\AVA");
-    EXPECT_EQ(
-        traces.messages.mid(3),
-        (QStringList{
-            QStringLiteral("strApplicationName > arena.exe"),
-            QStringLiteral("lstAVA.Path > ") + listFolder, QStringLiteral("AVA List COunt > 2"),
-            QStringLiteral("strPakForVersion > 1"), QStringLiteral("strPakName > pak"),
-            gameFolder() + QStringLiteral("/\\base\\pak1.pk3"), QStringLiteral("strVersion > 1.16"),
-            QStringLiteral("strPakForVersion > 8"), QStringLiteral("strPakName > pak"),
-            gameFolder() + QStringLiteral("/\\base\\pak8.PK3"), QStringLiteral("strVersion > 1.32"),
-            QStringLiteral("strFV > ") + QStringLiteral(" version 1.32")}));
+    check(gameFolder() + u"/arena.exe"_s);
+    EXPECT_EQ(control.qpGameStatus(), u" Arena version 1.32"_s);
+    const QString listFolder = host.path() + u"\\Data\\Arena\\AVA"_s;
+    EXPECT_EQ(traces.messages.mid(3),
+              (QStringList{u"strApplicationName > arena.exe"_s, u"lstAVA.Path > "_s + listFolder,
+                           u"AVA List COunt > 2"_s, u"strPakForVersion > 1"_s,
+                           u"strPakName > pak"_s, gameFolder() + u"/\\base\\pak1.pk3"_s,
+                           u"strVersion > 1.16"_s, u"strPakForVersion > 8"_s, u"strPakName > pak"_s,
+                           gameFolder() + u"/\\base\\pak8.PK3"_s, u"strVersion > 1.32"_s,
+                           u"strFV > "_s + u" version 1.32"_s}));
 
     // A later miss keeps the version found before it.
-    QFile::remove(host.filePath(QStringLiteral("game/base/pak8.pk3")));
+    QFile::remove(host.filePath(u"game/base/pak8.pk3"_s));
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version 1.16"));
+    EXPECT_EQ(control.qpGameStatus(), u" Arena version 1.16"_s);
 
     // No game list folder: not found, even though the program is there.
-    control.setQpGameName(QStringLiteral("Other"));
+    control.setQpGameName(u"Other"_s);
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("red"));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Other missing"));
+    EXPECT_EQ(control.qpGameStatusColour(), u"red"_s);
+    EXPECT_EQ(control.qpGameStatus(), u" Other missing"_s);
 }
 
 TEST_F(GameCheckTest, BaseOfAProgramPathIsTheLastBackslashPartOfTheGameBase)
 {
-    control.setQpVersionType(QStringLiteral("1"));
-    control.setQpGameApplication(QStringLiteral("bin\\arena.exe"));
-    control.setQpGameBase(QStringLiteral("data\\base"));
-    host.write(QStringLiteral("Data/Arena/AVA/a.AVA"), "[AVA Game]\nPakName=pak\nVersion=9\n");
-    host.write(QStringLiteral("game/base/pak.pk3"), "");
+    control.setQpVersionType(u"1"_s);
+    control.setQpGameApplication(u"bin\\arena.exe"_s);
+    control.setQpGameBase(u"data\\base"_s);
+    host.write(u"Data/Arena/AVA/a.AVA"_s, "[AVA Game]\nPakName=pak\nVersion=9\n");
+    host.write(u"game/base/pak.pk3"_s, "");
     TraceRecorder traces;
-    check(gameFolder() + QStringLiteral("\\arena.exe"));
-    EXPECT_TRUE(traces.messages.contains(gameFolder() + QStringLiteral("\\\\\\base\\pak.pk3")))
+    check(gameFolder() + u"\\arena.exe"_s);
+    EXPECT_TRUE(traces.messages.contains(gameFolder() + u"\\\\\\base\\pak.pk3"_s))
         << qPrintable(traces.messages.join(u'\n'));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena version 9"));
+    EXPECT_EQ(control.qpGameStatus(), u" Arena version 9"_s);
 
-    control.setQpGameBase(QStringLiteral("base"));
+    control.setQpGameBase(u"base"_s);
     control.qCheckGame();
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("red")) << "the base is empty then";
+    EXPECT_EQ(control.qpGameStatusColour(), u"red"_s) << "the base is empty then";
 }
 
 TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTracedWithItsStatus)
 {
     TraceRecorder traces;
     QTemporaryDir empty;
-    control.widgets().txtPath.setText(empty.path());
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("red"));
-    EXPECT_EQ(traces.messages.last(), QStringLiteral("strFV >  Arena missing"));
+    w.txtPath.setText(empty.path());
+    EXPECT_EQ(control.qpGameStatusColour(), u"red"_s);
+    EXPECT_EQ(traces.messages.last(), u"strFV >  Arena missing"_s);
 
-    control.widgets().txtPath.setText(gameFolder());
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("green"));
-    EXPECT_EQ(seen, (QStringList{QStringLiteral("red| Arena missing"),
-                                 QStringLiteral("green| Arena found")}));
+    w.txtPath.setText(gameFolder());
+    EXPECT_EQ(control.qpGameStatusColour(), u"green"_s);
+    EXPECT_EQ(seen, (QStringList{u"red| Arena missing"_s, u"green| Arena found"_s}));
 
     // The same outcome again changes no caption and so raises no event.
     control.qCheckGame();
@@ -186,7 +176,7 @@ TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTr
 
     // Without its texts the status line keeps its text but the colour still changes.
     host.writeLanguage(0, "");
-    control.widgets().txtPath.setText(QStringLiteral("x"));
-    EXPECT_EQ(control.qpGameStatusColour(), QStringLiteral("yellow"));
-    EXPECT_EQ(control.qpGameStatus(), QStringLiteral(" Arena found"));
+    w.txtPath.setText(u"x"_s);
+    EXPECT_EQ(control.qpGameStatusColour(), u"yellow"_s);
+    EXPECT_EQ(control.qpGameStatus(), u" Arena found"_s);
 }

@@ -65,19 +65,37 @@ TEST_F(PeVersion, ReadsFileVersionOfPe32AndPe32Plus)
     }
 }
 
-TEST_F(PeVersion, OnlyTheResourceNamedOneHoldsTheVersion)
+TEST_F(PeVersion, TheVersionIsReadWhereWindowsFindsIt)
 {
-    // The generated image files the decoy 9.9.9.9 under the id after resourceName.
-    const std::pair<quint16, const char16_t*> cases[] = {
-        {1, u"4.0.0.40000"}, {2, u"0.0.0.0"}, {0, u"9.9.9.9"}};
-    for (const auto& [name, version] : cases) {
-        EXPECT_EQ(versionOf(PeImage(
-                      {.fileVersionMS = 0x40000, .fileVersionLS = 40000, .resourceName = name})),
-                  QString::fromUtf16(version))
-            << "named " << name;
-        if (name == 2) {
+    // The generated image files the decoy 9.9.9.9 under the id after resourceName
+    // and under a second language.
+    const struct {
+        const char* what;
+        quint16 resourceName;
+        std::function<void(PeImage&)> change;
+        const char16_t* version;
+    } cases[] = {
+        {"filed under 2", 2, {}, u"0.0.0.0"},
+        {"filed under 0", 0, {}, u"9.9.9.9"},
+        {"a section without a virtual size: its raw size counts", 1,
+         [](PeImage& i) { i.set32(i.resourceSection + 8, 0); }, u"4.0.0.40000"},
+        {"a section ending where the resources begin", 1,
+         [](PeImage& i) { i.set32(i.resourceSection - 40 + 8, 0x1000); }, u"4.0.0.40000"},
+        {"a first language given by name", 1,
+         [](PeImage& i) {
+             i.set16(i.languageDirectory + 12, 1);
+             i.set16(i.languageDirectory + 14, 1);
+         },
+         u"4.0.0.40000"},
+    };
+    for (const auto& c : cases) {
+        PeImage image(
+            {.fileVersionMS = 0x40000, .fileVersionLS = 40000, .resourceName = c.resourceName});
+        if (c.change)
+            c.change(image);
+        EXPECT_EQ(versionOf(image), QString::fromUtf16(c.version)) << c.what;
+        if (c.resourceName == 2)
             EXPECT_EQ(pe::fileVersionInfoSize(path), 0u);
-        }
     }
 }
 
@@ -135,6 +153,7 @@ TEST_F(PeVersion, TruncatedProgramHasItsVersionOnlyWithTheWholeBlock)
 TEST_F(PeVersion, HostileHeadersDirectoriesAndBlocksReadAsZero)
 {
     const std::pair<const char*, std::function<void(PeImage&)>> damages[] = {
+        {"no MZ signature", [](PeImage& i) { i.set16(0, 0x5A4E); }},
         {"cyclic directories", [](PeImage& i) { i.makeDirectoryCyclic(); }},
         {"PE header past the end", [](PeImage& i) { i.set32(0x3C, 0xFFFFFFF0); }},
         {"65535 sections", [](PeImage& i) { i.set16(i.sectionCount, 0xFFFF); }},
@@ -191,6 +210,8 @@ TEST_F(PeVersion, ReadsOnlyHeadersDirectoriesAndAtMost64000BlockBytes)
     EXPECT_EQ(info.dwFileVersionMS, 0x1FFFFu);
     EXPECT_EQ(counted.largest, 64000u);
     EXPECT_LT(counted.total, 64000u + 2048);
+    pe::MemorySource memory(image.bytes);
+    EXPECT_EQ(Function::ReadFixedFileInfo(memory).dwFileVersionMS, 0x1FFFFu);
 
     // A root value that fits in wLength but not in the bytes read is not located.
     ASSERT_TRUE(

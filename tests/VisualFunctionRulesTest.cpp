@@ -1,16 +1,15 @@
-#include "control/qForms.h"
 #include "platform/Errors.h"
-#include "support/TestHost.h"
+#include "support/HostedControl.h"
 
-#include <gtest/gtest.h>
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // Builds check boxes, option buttons and combos whose rules the tests give.
-class VisualFunctionRulesTest : public ::testing::Test {
+class VisualFunctionRulesTest : public HostedControl {
 protected:
     // checks[i] is the VisualFunction of check box i + 1, options likewise.
-    void build(const std::vector<QByteArray>& checks, const std::vector<QByteArray>& options = {},
+    void rules(const std::vector<QByteArray>& checks, const std::vector<QByteArray>& options = {},
                int combos = 1)
     {
         QByteArray lines;
@@ -25,26 +24,18 @@ protected:
             add("option button", rule);
         for (int i = 0; i < combos; ++i)
             add("combo", "");
-        host.writeCustomControls(QStringLiteral("rules.qgd"),
-                                 "Count=" + QByteArray::number(entry) + "\n" + lines);
-        control.setAppPath(host.path());
-        control.setQpQGD(QStringLiteral("rules.qgd"));
-        control.qInitCustomControls();
+        build("Count=" + QByteArray::number(entry) + "\n" + lines);
     }
 
     qf::CheckBox& check(int n) { return w.Check1.at(n); }
     qf::OptionButton& option(int n) { return w.Option1.at(n); }
-
-    TestHost host;
-    qForms control;
-    qf::ControlWidgets& w = control.widgets();
 };
 
 } // namespace
 
 TEST_F(VisualFunctionRulesTest, ValueKeywordsActOnlyInTheirDirectionAndNeverUndoThemselves)
 {
-    build({"option2;;ifonthenoff", "checkbox3;;ifoffthenon", "", "checkbox3;;ifonthenon",
+    rules({"option2;;ifonthenoff", "checkbox3;;ifoffthenon", "", "checkbox3;;ifonthenon",
            "Option1;;IfOffThenOff"},
           {"", ""});
     option(2).setValue(true);
@@ -77,7 +68,7 @@ TEST_F(VisualFunctionRulesTest, TheWholeDigitRunIsTheIndexAndCombosTakeOnlyEnabl
     checks[1] = "combo1;;ifonthendisable";
     checks[2] = "combo1;;ifonthenoff";
     checks[3] = "combo1;;ifoffthenenable";
-    build(checks, {"checkbox1;;ifonthenenable"});
+    rules(checks, {"checkbox1;;ifonthenenable"});
 
     check(1).setValue(1);
     EXPECT_FALSE(check(12).isEnabled());
@@ -101,7 +92,7 @@ TEST_F(VisualFunctionRulesTest, TheWholeDigitRunIsTheIndexAndCombosTakeOnlyEnabl
 
 TEST_F(VisualFunctionRulesTest, RulesChainThroughTheValuesTheyChangeAndStopWhereNothingChanges)
 {
-    build({"checkbox2;;ifonthenon", "checkbox3;;ifonthenon", "combo1;;ifonthendisable",
+    rules({"checkbox2;;ifonthenon", "checkbox3;;ifonthenon", "combo1;;ifonthendisable",
            "checkbox1;;ifonthenon", "checkbox3;;ifonthenon"},
           {"checkbox4;;ifonthenon"});
     int thirdClicks = 0;
@@ -128,7 +119,7 @@ TEST_F(VisualFunctionRulesTest, RulesChainThroughTheValuesTheyChangeAndStopWhere
 
 TEST_F(VisualFunctionRulesTest, GreyedBoxesAndMalformedRulesDoNothing)
 {
-    build({"combo1;;ifonthendisable", "combo1;;ifoffthendisable", "combo1;;ifonthendisable;;",
+    rules({"combo1;;ifonthendisable", "combo1;;ifoffthendisable", "combo1;;ifonthendisable;;",
            "combo1;;ifonthendisable;;combo1;;ifonthenenable", "combo1ifonthendisable",
            "comboone;;ifonthendisable", "combo9;;ifonthendisable", "button1;;ifonthendisable",
            "combo;;ifonthendisable", "checkbox0;;ifonthenon"});
@@ -148,10 +139,10 @@ TEST_F(VisualFunctionRulesTest, GreyedBoxesAndMalformedRulesDoNothing)
 
 TEST_F(VisualFunctionRulesTest, OptionButtonsThatSelectEachOtherEndWithAnErrorInsteadOfACrash)
 {
-    build({}, {"option2;;ifonthenon", "option1;;ifonthenon"}, 0);
+    rules({}, {"option2;;ifonthenon", "option1;;ifonthenon"}, 0);
     EXPECT_THROW(option(1).setValue(true), qf::Error);
     // The control stays usable afterwards.
-    build({"combo1;;ifonthendisable"}, {}, 1);
+    rules({"combo1;;ifonthendisable"}, {}, 1);
     check(1).setValue(1);
     EXPECT_FALSE(w.Combo1.at(1).isEnabled());
 }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "control/qForms.h"
+#include "platform/IniFileSettingsStore.h"
+#include "support/TestHost.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+// A control as a launcher sets one up: a host folder of its own as AppPath, the
+// settings in that folder's "config", the game "Arena" described by game.qgd.
+class HostedControl : public ::testing::Test {
+protected:
+    HostedControl();
+
+    // Writes the game data file's "Custom Controls" entries and builds them.
+    void build(const QByteArray& entries);
+
+    TestHost host;
+    std::shared_ptr<qf::IniFileSettingsStore> store;
+    qForms control;
+    qf::ControlWidgets& w = control.widgets();
+};
