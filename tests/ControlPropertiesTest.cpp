@@ -169,24 +169,3 @@ TEST(ControlProperties, GroupSwitchesShowAndHideTheirWidgetsInOrderAndNothingEls
     EXPECT_EQ(w.comModSelect.text(), u"ctf"_s) << "a hidden list keeps its selection";
     EXPECT_FALSE(control.qpUseModSelection());
 }
-
-TEST(ControlProperties, StatusChangeIsRaisedForEveryNewStatusLineAndForEachHostCall)
-{
-    qForms control;
-    int raised = 0;
-    QString seenStatus;
-    QObject::connect(&control, &qForms::StatusChange, [&] {
-        ++raised;
-        seenStatus = control.qpGameStatus();
-    });
-
-    control.widgets().lblStatus.setCaption(u" Arena was found."_s);
-    EXPECT_EQ(raised, 1);
-    EXPECT_EQ(seenStatus, u" Arena was found."_s);
-    control.widgets().lblStatus.setCaption(u" Arena was found."_s);
-    EXPECT_EQ(raised, 1);
-
-    control.lblStatus_Change();
-    EXPECT_TRUE(QMetaObject::invokeMethod(&control, "lblStatus_Change"));
-    EXPECT_EQ(raised, 3);
-}

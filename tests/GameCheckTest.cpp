@@ -170,9 +170,13 @@ TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTr
     EXPECT_EQ(control.qpGameStatusColour(), u"green"_s);
     EXPECT_EQ(seen, (QStringList{u"red| Arena missing"_s, u"green| Arena found"_s}));
 
-    // The same outcome again changes no caption and so raises no event.
+    // The same outcome again changes no caption and so raises no event; a host
+    // raises it itself by calling the handler.
     control.qCheckGame();
     EXPECT_EQ(seen.size(), 2);
+    control.lblStatus_Change();
+    EXPECT_TRUE(QMetaObject::invokeMethod(&control, "lblStatus_Change"));
+    EXPECT_EQ(seen.size(), 4);
 
     // Without its texts the status line keeps its text but the colour still changes.
     host.writeLanguage(0, "");
