@@ -40,35 +40,26 @@ void replaceFile(const QString& path, const QByteArray& bytes)
 // Root may write wherever file permissions say no, but not past the file size
 // limit: writes of this process beyond it fail.
 struct FileSizeLimit {
-    explicit FileSizeLimit(rlim_t bytes) : savedHandler(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FileSizeLimit(rlim_t bytes)
     {
+        std::signal(SIGXFSZ, SIG_IGN); // a write past the limit fails, not the process
         ::getrlimit(RLIMIT_FSIZE, &saved);
         const rlimit limit{bytes, saved.rlim_max};
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &saved);
-        std::signal(SIGXFSZ, savedHandler);
-    }
-    void (*savedHandler)(int);
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &saved); }
     rlimit saved{};
 };
 
 // Runs work in a child process, which exits with 0 when work returned and no
-// test assertion failed in it.
+// test assertion failed in it (an exception aborts it).
 pid_t forkRunning(const std::function<void()>& work)
 {
     const pid_t child = ::fork();
     if (child == 0) {
-        bool done = false;
-        try {
-            work();
-            done = !::testing::Test::HasFailure();
-        } catch (...) {
-        }
+        work();
         std::fflush(stdout);
-        ::_exit(done ? 0 : 1);
+        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
     }
     return child;
 }
@@ -92,33 +83,15 @@ void saveGeneration(IniFileSettingsStore& store, int generation, int keys)
 
 } // namespace
 
-TEST(SettingsStoreTest, ValuesTheStoreSavesReadBackThroughItAndQSettings)
+// People and hosts read the files too: what QSettings wrote reads the same
+// here and keeps every byte when the store writes the file again.
+TEST(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForByte)
 {
     EXPECT_EQ(IniFileSettingsStore().fileName(App),
               QSettings(QSettings::IniFormat, QSettings::UserScope, App).fileName());
     for (const QString& unusable : {u""_s, u"a/b"_s, u"a"_s + QChar(0) + u"b"_s})
         EXPECT_THROW(IniFileSettingsStore().fileName(unusable), InvalidValueError);
 
-    std::vector<SettingsSave> saves;
-    for (const QString& section :
-         {u"Arena"_s, u"My"_s, u"My/Game"_s, u"My\\Game"_s, u"My%2FGame"_s, u""_s, u"General"_s,
-          u"general"_s, u"%67eneral"_s, u"[x] ;y"_s, u"Jeu d'été ü"_s})
-        for (const QString& key : {u"Load Mod Always"_s, u"Game/Load Mod Always"_s, u"a"_s,
-                                   u"/a/"_s, u"a\\b"_s, u"x=1;[y] é€"_s, u" ; c"_s})
-            saves.push_back({section, key, QString::number(saves.size())});
-    // Lone surrogates stand in the middle and at the end.
-    for (const QString& value :
-         {u"True"_s, u"a, b"_s, u"@Invalid()"_s, u"@Size(1 2)"_s, u"  blanks  "_s, u""_s,
-          u"two\nlines\r\t"_s, u"\"q\" ;x=1"_s, u"end\\"_s, u"\u0001a"_s,
-          u"nul"_s + QChar(0) + u"12"_s, u"é€😀 %41"_s, u"\xD800x\xDC00y\xD800"_s})
-        saves.push_back({u"Values"_s, u"Key %1"_s.arg(saves.size()), value});
-    EXPECT_EQ(checkSettingsSave({}, saves), QStringList());
-}
-
-// People and hosts read the files too: what QSettings wrote reads the same
-// here and keeps every byte when the store writes the file again.
-TEST(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForByte)
-{
     QTemporaryDir dir;
     IniFileSettingsStore store(dir.path());
     const QString file = store.fileName(App);
@@ -160,13 +133,27 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
         "[Other]\nPath=/o\n[Arena]\nPath=C:\\Games\\",
         // NUL bytes, CR-only lines, a BOM opening a value, invalid UTF-8.
         "\xEF\xBB\xBF[Arena]\rPath=a\0b\rMod Name=\xEF\xBB\xBFx\r[Other]\rPath=\xFF\xFE\\\r\n",
+        "",
     };
-    const std::vector<SettingsSave> saves{{u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
-                                          {u"Arena"_s, u"Config Name"_s, u"\uFEFFlead"_s},
-                                          {u"Arena"_s, u"Tab"_s, u"\t\uFEFF after an escape"_s},
-                                          {u"Other"_s, u"Quoted"_s, u" \uFEFF;\"x"_s},
-                                          {u"New Game"_s, u"Path"_s, u"/games/d"_s},
-                                          {u""_s, u"Top"_s, u"1"_s}};
+    std::vector<SettingsSave> saves{{u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
+                                    {u"Arena"_s, u"Config Name"_s, u"\uFEFFlead"_s},
+                                    {u"Arena"_s, u"Tab"_s, u"\t\uFEFF after an escape"_s},
+                                    {u"Other"_s, u"Quoted"_s, u" \uFEFF;\"x"_s},
+                                    {u"New Game"_s, u"Path"_s, u"/games/d"_s},
+                                    {u""_s, u"Top"_s, u"1"_s}};
+    // Names and values of all sorts.
+    for (const QString& section :
+         {u"Arena"_s, u"My"_s, u"My/Game"_s, u"My\\Game"_s, u"My%2FGame"_s, u""_s, u"General"_s,
+          u"general"_s, u"%67eneral"_s, u"[x] ;y"_s, u"Jeu d'été ü"_s})
+        for (const QString& key : {u"Load Mod Always"_s, u"Game/Load Mod Always"_s, u"a"_s,
+                                   u"/a/"_s, u"a\\b"_s, u"x=1;[y] é€"_s, u" ; c"_s})
+            saves.push_back({section, key, QString::number(saves.size())});
+    // Lone surrogates stand in the middle and at the end.
+    for (const QString& value :
+         {u"True"_s, u"a, b"_s, u"@Invalid()"_s, u"@Size(1 2)"_s, u"  blanks  "_s, u""_s,
+          u"two\nlines\r\t"_s, u"\"q\" ;x=1"_s, u"end\\"_s, u"\u0001a"_s,
+          u"nul"_s + QChar(0) + u"12"_s, u"é€😀 %41"_s, u"\xD800x\xDC00y\xD800"_s})
+        saves.push_back({u"Values"_s, u"Key %1"_s.arg(saves.size()), value});
     for (const QByteArray& old : oldFiles) {
         EXPECT_EQ(checkSettingsSave(old, saves), QStringList()) << old.constData();
         EXPECT_EQ(checkSettingsSave(old, {saves[4]}), QStringList()) << old.constData();
@@ -233,10 +220,7 @@ TEST(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
         host.sync();
         EXPECT_EQ(host.status(), QSettings::NoError) << "QSettings saw the failure";
     })));
-    const QByteArray committed = contents(file);
-    EXPECT_EQ(committed.size(), 100);
-    EXPECT_TRUE(old.startsWith(committed));
-    EXPECT_FALSE(QSettings(file, QSettings::IniFormat).contains(u"Arena/Key 49"_s));
+    EXPECT_EQ(contents(file), old.first(100));
 
     // Nor can a game name holding "/" be one group: "/" separates groups.
     QSettings host(dir.filePath(u"layout.ini"_s), QSettings::IniFormat);
@@ -280,7 +264,6 @@ TEST(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValue
             for (int generation = 1;; ++generation)
                 saveGeneration(saver, generation, Keys);
         });
-        ASSERT_NE(child, -1);
         // Killed while it saves, after it wrote at least once.
         const QByteArray before = contents(file);
         const QDeadlineTimer deadline(10s);
@@ -311,9 +294,9 @@ TEST(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValue
 
     // So is an empty one, left by a process killed as it created it.
     QFile empty(lockFile);
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
-    empty.setFileTime(QDateTime::currentDateTime().addSecs(-5), QFileDevice::FileModificationTime);
-    empty.close();
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly) &&
+                empty.setFileTime(QDateTime::currentDateTime().addSecs(-5),
+                                  QFileDevice::FileModificationTime));
     EXPECT_NO_THROW(saveGeneration(store, 100, Keys));
 }
 
@@ -342,20 +325,16 @@ TEST(SettingsReliabilityTest, SaveSettingsReportsEachFailedWriteAndGoesOn)
         ASSERT_EQ(messages.size(), 1);
         EXPECT_TRUE(messages[0].contains(file + u": Permission denied"_s)) << messages[0];
         QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        {
-            const FileSizeLimit nothing(0);
-            control.qSaveSettings();
-        }
         // A configuration "folder" that is a file.
         control.setSettingsStore(std::make_shared<IniFileSettingsStore>(file));
         control.qSaveSettings();
-        EXPECT_EQ(messages.size(), 3);
+        EXPECT_EQ(messages.size(), 2);
         EXPECT_EQ(contents(file), old);
 
         // Once writing works again, the next save writes.
         control.setSettingsStore(store);
         control.qSaveSettings();
-        EXPECT_EQ(messages.size(), 3);
+        EXPECT_EQ(messages.size(), 2);
         EXPECT_TRUE(contents(file).contains("/new"));
     })));
 }

@@ -42,12 +42,12 @@ QHash<QString, QString> hostValues(const QString& file)
 
 QString shown(const QString& text)
 {
-    QString escaped;
+    QString escaped = u"\""_s;
     for (const QChar c : text)
         escaped += c.unicode() < 0x20 || c.unicode() >= 0x7F
                        ? u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'))
                        : QString(c);
-    return u'"' + escaped + u'"';
+    return escaped + u'"';
 }
 
 } // namespace
@@ -75,13 +75,12 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
     old.close();
     const QHash<QString, QString> before = hostValues(hostCopy(file, u"before"_s));
 
-    QHash<QString, QString> saved;
-    for (const SettingsSave& save : saves) {
-        if (save.key.isEmpty())
-            continue;
-        store.saveValue(SettingsApp, save.section, save.key, save.value);
-        saved.insert(settingsini::settingsKey(save.section, save.key), save.value);
-    }
+    QHash<QString, SettingsSave> saved; // by settings key, the last save of each
+    for (const SettingsSave& save : saves)
+        if (!save.key.isEmpty()) {
+            store.saveValue(SettingsApp, save.section, save.key, save.value);
+            saved.insert(settingsini::settingsKey(save.section, save.key), save);
+        }
     try {
         store.sync();
     } catch (const Error& error) {
@@ -92,19 +91,15 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
     const IniFileSettingsStore fresh(dir.path());
     const QString afterCopy = hostCopy(file, u"after"_s);
     QSettings host(afterCopy, QSettings::IniFormat);
-    for (const SettingsSave& save : saves) {
-        if (save.key.isEmpty())
-            continue;
-        const QString key = settingsini::settingsKey(save.section, save.key);
-        const QString expected = saved.value(key);
-        const QString ours = fresh.readValue(SettingsApp, save.section, save.key, u"<none>"_s);
-        const QString theirs = host.value(key).toString();
-        if (ours != expected || theirs != expected)
+    for (auto it = saved.cbegin(); it != saved.cend(); ++it) {
+        const QString ours = fresh.readValue(SettingsApp, it->section, it->key, u"<none>"_s);
+        const QString theirs = host.value(it.key()).toString();
+        if (ours != it->value || theirs != it->value)
             faults.append(u"saved %1 = %2 reads %3 here, %4 in QSettings"_s.arg(
-                shown(key), shown(expected), shown(ours), shown(theirs)));
+                shown(it.key()), shown(it->value), shown(ours), shown(theirs)));
     }
     const QHash<QString, QString> after = hostValues(afterCopy);
-    for (auto it = before.constBegin(); it != before.constEnd(); ++it)
+    for (auto it = before.cbegin(); it != before.cend(); ++it)
         if (!saved.contains(it.key()) && after.value(it.key()) != it.value())
             faults.append(u"%1 was %2, is %3"_s.arg(shown(it.key()), shown(it.value()),
                                                     shown(after.value(it.key()))));
