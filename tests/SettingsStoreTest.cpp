@@ -30,13 +30,6 @@ namespace {
 
 const QString& App = SettingsApp;
 
-void replaceFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
-
 // Root may write wherever file permissions say no, but not past the file size
 // limit: writes of this process beyond it fail.
 struct FileSizeLimit {
@@ -81,20 +74,26 @@ void saveGeneration(IniFileSettingsStore& store, int generation, int keys)
     store.sync();
 }
 
+// A settings folder of its own.
+class SettingsStoreTest : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    IniFileSettingsStore store{dir.path()};
+    const QString file = store.fileName(App);
+};
+using SettingsReliabilityTest = SettingsStoreTest;
+
 } // namespace
 
 // People and hosts read the files too: what QSettings wrote reads the same
 // here and keeps every byte when the store writes the file again.
-TEST(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForByte)
+TEST_F(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForByte)
 {
     EXPECT_EQ(IniFileSettingsStore().fileName(App),
               QSettings(QSettings::IniFormat, QSettings::UserScope, App).fileName());
     for (const QString& unusable : {u""_s, u"a/b"_s, u"a"_s + QChar(0) + u"b"_s})
         EXPECT_THROW(IniFileSettingsStore().fileName(unusable), InvalidValueError);
 
-    QTemporaryDir dir;
-    IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
     QSettings host(file, QSettings::IniFormat);
     // The date's stored bytes are ASCII: bytes past 0x7F in a typed value are
     // written as UTF-8 here and as escapes by QSettings, which reads both alike.
@@ -118,7 +117,7 @@ TEST(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForB
     EXPECT_EQ(QString::fromUtf8(contents(file)), QString::fromUtf8(bytes));
 }
 
-TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
+TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
 {
     // Files as people and other programs leave them.
     const QByteArray oldFiles[] = {
@@ -158,13 +157,15 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
         EXPECT_EQ(checkSettingsSave(old, saves), QStringList()) << old.constData();
         EXPECT_EQ(checkSettingsSave(old, {saves[4]}), QStringList()) << old.constData();
     }
+    // Inputs the fuzz target once found at fault, kept so every build checks them.
+    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
+    EXPECT_FALSE(corpus.isEmpty());
+    for (const QString& name : corpus.entryList(QDir::Files))
+        EXPECT_EQ(checkSettingsSaveInput(contents(corpus.filePath(name))), QStringList()) << name;
 
     // The whole file is written, as QSettings writes it, in the old line ends
     // and with the old file's permissions.
-    QTemporaryDir dir;
-    IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
-    replaceFile(file, oldFiles[0]);
+    ASSERT_TRUE(writeFile(file, oldFiles[0]));
     ASSERT_TRUE(
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
     const QFile::Permissions permissions = QFile::permissions(file);
@@ -184,35 +185,16 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
     // Another program replaces the file, with one of the same size.
     QByteArray replaced = contents(file);
     replaced.replace("/games/new", "/games/old");
-    replaceFile(file, replaced);
+    ASSERT_TRUE(writeFile(file, replaced));
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/old"_s);
-}
-
-// Inputs the fuzz target once found at fault, kept so every build checks them.
-TEST(SettingsStoreTest, InputsOnceFoundAtFaultSaveCorrectly)
-{
-    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
-    const QStringList inputs = corpus.entryList(QDir::Files);
-    EXPECT_FALSE(inputs.isEmpty());
-    for (const QString& name : inputs) {
-        QFile input(corpus.filePath(name));
-        ASSERT_TRUE(input.open(QIODevice::ReadOnly)) << name;
-        EXPECT_EQ(checkSettingsSaveInput(input.readAll()), QStringList()) << name;
-    }
 }
 
 // Why the store writes its files itself: QSettings reports success for a file
 // cut short when its last write fails.
-TEST(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
+TEST_F(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
 {
-    QTemporaryDir dir;
-    const QString file = dir.filePath(u"host.ini"_s);
-    {
-        QSettings host(file, QSettings::IniFormat);
-        for (int k = 0; k < 50; ++k)
-            host.setValue(u"Arena/Key %1"_s.arg(k), QString(100, u'o'));
-    }
-    const QByteArray old = contents(file);
+    const QByteArray old = "[Arena]\nKey=" + QByteArray(5000, 'o') + '\n';
+    ASSERT_TRUE(writeFile(file, old));
     EXPECT_TRUE(exitsCleanly(forkRunning([&] {
         const FileSizeLimit cutShort(100);
         QSettings host(file, QSettings::IniFormat);
@@ -221,22 +203,16 @@ TEST(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
         EXPECT_EQ(host.status(), QSettings::NoError) << "QSettings saw the failure";
     })));
     EXPECT_EQ(contents(file), old.first(100));
-
-    // Nor can a game name holding "/" be one group: "/" separates groups.
-    QSettings host(dir.filePath(u"layout.ini"_s), QSettings::IniFormat);
-    host.setValue(u"My/Game/Path"_s, u"a"_s);
-    EXPECT_EQ(host.childGroups(), QStringList{u"My"_s});
 }
 
-TEST(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
+TEST_F(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
 {
-    QTemporaryDir dir;
     constexpr int Saves = 500;
     const auto saveAll = [&](const QString& game) {
-        IniFileSettingsStore store(dir.path());
+        IniFileSettingsStore own(dir.path());
         for (int i = 0; i < Saves; ++i) {
-            store.saveValue(App, game, u"Key %1"_s.arg(i), QString::number(i));
-            store.sync();
+            own.saveValue(App, game, u"Key %1"_s.arg(i), QString::number(i));
+            own.sync();
         }
     };
     const pid_t child = forkRunning([&] { saveAll(u"Second"_s); });
@@ -251,12 +227,9 @@ TEST(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
     EXPECT_EQ(lost, 0);
 }
 
-TEST(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValues)
+TEST_F(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValues)
 {
-    QTemporaryDir dir;
     constexpr int Keys = 3000;
-    IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
     saveGeneration(store, 0, Keys);
     for (const auto delay : {0ms, 7ms, 23ms, 61ms}) {
         const pid_t child = forkRunning([&] {
@@ -288,8 +261,8 @@ TEST(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValue
     EXPECT_NO_THROW(saveGeneration(store, 98, Keys));
     const QString lockFile = file + u".lock"_s;
     ASSERT_TRUE(
-        exitsCleanly(forkRunning([&] { ASSERT_TRUE((new QLockFile(lockFile))->tryLock(0)); })));
-    ASSERT_TRUE(QFile::exists(lockFile));
+        exitsCleanly(forkRunning([&] { ASSERT_TRUE((new QLockFile(lockFile))->tryLock(0)); })) &&
+        QFile::exists(lockFile));
     EXPECT_NO_THROW(saveGeneration(store, 99, Keys));
 
     // So is an empty one, left by a process killed as it created it.
@@ -301,49 +274,48 @@ TEST(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValue
 }
 
 // Root writes into read-only folders; the check runs as nobody then.
-TEST(SettingsReliabilityTest, SaveSettingsReportsEachFailedWriteAndGoesOn)
+TEST_F(SettingsReliabilityTest, SaveSettingsReportsEachFailedWriteAndGoesOn)
 {
+    // In a folder of its own, which nobody may use.
     EXPECT_TRUE(exitsCleanly(forkRunning([] {
         ASSERT_TRUE(::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0));
-        QTemporaryDir dir;
-        const auto store = std::make_shared<IniFileSettingsStore>(dir.path());
-        const QString file = store->fileName(App);
+        QTemporaryDir folder;
+        const auto ownStore = std::make_shared<IniFileSettingsStore>(folder.path());
+        const QString ownFile = ownStore->fileName(App);
         qForms control;
-        control.setSettingsStore(store);
+        control.setSettingsStore(ownStore);
         control.setQpGameName(u"Arena"_s);
         QStringList messages;
         QObject::connect(&control, &qForms::settingsSaveFailed,
                          [&](const QString& message) { messages.append(message); });
         control.widgets().txtPath.setText(u"/old"_s);
         control.qSaveSettings();
-        const QByteArray old = contents(file);
+        const QByteArray old = contents(ownFile);
         ASSERT_TRUE(old.contains("/old"));
 
         control.widgets().txtPath.setText(u"/new"_s);
-        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner);
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
         EXPECT_TRUE(control.qSaveSettings().isNull());
         ASSERT_EQ(messages.size(), 1);
-        EXPECT_TRUE(messages[0].contains(file + u": Permission denied"_s)) << messages[0];
-        QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        EXPECT_TRUE(messages[0].contains(ownFile + u": Permission denied"_s)) << messages[0];
+        QFile::setPermissions(folder.path(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         // A configuration "folder" that is a file.
-        control.setSettingsStore(std::make_shared<IniFileSettingsStore>(file));
+        control.setSettingsStore(std::make_shared<IniFileSettingsStore>(ownFile));
         control.qSaveSettings();
         EXPECT_EQ(messages.size(), 2);
-        EXPECT_EQ(contents(file), old);
+        EXPECT_EQ(contents(ownFile), old);
 
         // Once writing works again, the next save writes.
-        control.setSettingsStore(store);
+        control.setSettingsStore(ownStore);
         control.qSaveSettings();
         EXPECT_EQ(messages.size(), 2);
-        EXPECT_TRUE(contents(file).contains("/new"));
+        EXPECT_TRUE(contents(ownFile).contains("/new"));
     })));
 }
 
-TEST(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
+TEST_F(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
 {
-    QTemporaryDir dir;
-    IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
     store.saveValue(App, u"Arena"_s, u"Path"_s, u"/old"_s);
     store.sync();
     const QByteArray old = contents(file);

@@ -30,13 +30,11 @@ QHash<QString, QString> hostValues(const QString& file)
 {
     QSettings host(file, QSettings::IniFormat);
     QHash<QString, QString> values;
-    for (const QString& key : host.allKeys()) {
-        // Keys with an empty part ("a//b", "/a") are found by no name.
-        if (key.isEmpty() || key.startsWith(u'/') || key.endsWith(u'/') || key.contains(u"//"))
-            continue;
-        const QVariant value = host.value(key);
-        values.insert(key, QString::fromLatin1(value.typeName()) + u':' + textOf(value));
-    }
+    // Keys with an empty part ("a//b", "/a") are found by no name.
+    for (const QString& key : host.allKeys())
+        if (!key.isEmpty() && !key.startsWith(u'/') && !key.endsWith(u'/') && !key.contains(u"//"))
+            values.insert(key, QString::fromLatin1(host.value(key).typeName()) + u':' +
+                                   textOf(host.value(key)));
     return values;
 }
 
@@ -58,6 +56,13 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+bool writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+           file.write(bytes) == bytes.size();
+}
+
 QString textOf(const QVariant& value)
 {
     return value.metaType().id() == QMetaType::QStringList ? value.toStringList().join(u", "_s)
@@ -69,10 +74,8 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
     QTemporaryDir dir;
     IniFileSettingsStore store(dir.path());
     const QString file = store.fileName(SettingsApp);
-    QFile old(file);
-    if (!old.open(QIODevice::WriteOnly) || old.write(oldFile) != oldFile.size())
+    if (!writeFile(file, oldFile))
         return {u"cannot write the old file"_s};
-    old.close();
     const QHash<QString, QString> before = hostValues(hostCopy(file, u"before"_s));
 
     QHash<QString, SettingsSave> saved; // by settings key, the last save of each

@@ -34,6 +34,7 @@ QStringList checkSettingsSaveInput(QByteArrayView input);
 
 // A file's bytes, empty when it cannot be read.
 QByteArray contents(const QString& path);
+bool writeFile(const QString& path, const QByteArray& bytes);
 
 // What the old QSettings-based store made of a value a host left.
 QString textOf(const QVariant& value);
