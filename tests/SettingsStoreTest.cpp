@@ -149,8 +149,8 @@ TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
             saves.push_back({section, key, QString::number(saves.size())});
     // Lone surrogates stand in the middle and at the end.
     for (const QString& value :
-         {u"True"_s, u"a, b"_s, u"@Invalid()"_s, u"@Size(1 2)"_s, u"  blanks  "_s, u""_s,
-          u"two\nlines\r\t"_s, u"\"q\" ;x=1"_s, u"end\\"_s, u"\u0001a"_s,
+         {u"True"_s, u"a, b"_s, u"@Invalid()"_s, u"@Size(1 2)"_s, u"  lead"_s, u"trail  "_s, u""_s,
+          u"two\nlines\r\t"_s, u"\"q\" ;x=1"_s, u"end\\"_s, u"\u0001a\u007F\u0080"_s,
           u"nul"_s + QChar(0) + u"12"_s, u"é€😀 %41"_s, u"\xD800x\xDC00y\xD800"_s})
         saves.push_back({u"Values"_s, u"Key %1"_s.arg(saves.size()), value});
     for (const QByteArray& old : oldFiles) {
