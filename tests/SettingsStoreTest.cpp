@@ -132,6 +132,7 @@ TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
         "[Other]\nPath=/o\n[Arena]\nPath=C:\\Games\\",
         // NUL bytes, CR-only lines, a BOM opening a value, invalid UTF-8.
         "\xEF\xBB\xBF[Arena]\rPath=a\0b\rMod Name=\xEF\xBB\xBFx\r[Other]\rPath=\xFF\xFE\\\r\n",
+        // An empty file.
         "",
     };
     std::vector<SettingsSave> saves{{u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
