@@ -1,119 +1,123 @@
+#include "control/qForms.h"
 #include "platform/Errors.h"
 #include "platform/IniFileSettingsStore.h"
 #include "support/SettingsSaveCheck.h"
 
+#include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QPoint>
 #include <QSettings>
+#include <QSize>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdio>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace qf;
+using namespace qf::test;
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-const QString App = u"Quillmarsh 2"_s;
+const QString& App = SettingsApp;
 
-QByteArray contents(const QString& path)
+// Root may write wherever file permissions say no, but not past the file size
+// limit: writes of this process beyond it fail.
+struct FileSizeLimit {
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN); // a write past the limit fails, not the process
+        ::getrlimit(RLIMIT_FSIZE, &saved);
+        const rlimit limit{bytes, saved.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &saved); }
+    rlimit saved{};
+};
+
+// Runs work in a child process, which exits with 0 when work returned and no
+// test assertion failed in it (an exception aborts it).
+pid_t forkRunning(const std::function<void()>& work)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        work();
+        std::fflush(stdout);
+        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
+    }
+    return child;
 }
 
-void replaceFile(const QString& path, const QByteArray& bytes)
+bool exitsCleanly(pid_t child)
 {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(file.write(bytes), bytes.size());
+    int status = 0;
+    return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) &&
+           WEXITSTATUS(status) == 0;
 }
 
-// What the old QSettings-based store made of a value a host left.
-QString textOf(const QVariant& value)
+// Every key holds the same generation of values, one sync wrote them all.
+void saveGeneration(IniFileSettingsStore& store, int generation, int keys)
 {
-    return value.metaType().id() == QMetaType::QStringList ? value.toStringList().join(u", "_s)
-                                                           : value.toString();
+    // Lengths vary, so a file cut short cannot hold a whole generation.
+    const QString value = QString(generation % 13 * 7, u'v') + QString::number(generation);
+    for (int k = 0; k < keys; ++k)
+        store.saveValue(App, u"Arena"_s, u"Key %1"_s.arg(k), value);
+    store.sync();
 }
+
+// A settings folder of its own.
+class SettingsStoreTest : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    IniFileSettingsStore store{dir.path()};
+    const QString file = store.fileName(App);
+};
+using SettingsReliabilityTest = SettingsStoreTest;
 
 } // namespace
 
-TEST(SettingsStoreTest, ValuesPassBothWaysBetweenTheStoreAndQSettings)
+// People and hosts read the files too: what QSettings wrote reads the same
+// here and keeps every byte when the store writes the file again.
+TEST_F(SettingsStoreTest, AFileQSettingsWroteReadsTheSameAndIsWrittenAgainByteForByte)
 {
     EXPECT_EQ(IniFileSettingsStore().fileName(App),
               QSettings(QSettings::IniFormat, QSettings::UserScope, App).fileName());
+    for (const QString& unusable : {u""_s, u"a/b"_s, u"a"_s + QChar(0) + u"b"_s})
+        EXPECT_THROW(IniFileSettingsStore().fileName(unusable), InvalidValueError);
 
-    QTemporaryDir dir;
-    IniFileSettingsStore store(dir.path());
-    const QStringList sections{u"Arena"_s,     u"My"_s,     u"My/Game"_s,    u"My\\Game"_s,
-                               u"My%2FGame"_s, u""_s,       u"General"_s,    u"general"_s,
-                               u"%67eneral"_s, u"[x] ;y"_s, u"Jeu d'été ü"_s};
-    const QStringList keys{u"Load Mod Always"_s,
-                           u"Game/Load Mod Always"_s,
-                           u"a"_s,
-                           u"/a/"_s,
-                           u"a\\b"_s,
-                           u"x=1;[y] é€"_s,
-                           u" ; c"_s};
-    int n = 0;
-    for (const QString& section : sections)
-        for (const QString& key : keys)
-            store.saveValue(App, section, key, QString::number(n++));
-    const QStringList values{u"True"_s,
-                             u"a, b"_s,
-                             u"@Invalid()"_s,
-                             u"@Variant(\\0)"_s,
-                             u"  blanks  "_s,
-                             u""_s,
-                             u"two\nlines\r\t"_s,
-                             u"\"q\" ;x=1"_s,
-                             u"end\\"_s,
-                             u"\x01"
-                             "a"_s,
-                             u"nul"_s + QChar(0) + u"12"_s,
-                             u"é€😀 %41"_s};
-    for (qsizetype i = 0; i < values.size(); ++i)
-        store.saveValue(App, u"Values"_s, u"Key %1"_s.arg(i), values[i]);
-    store.sync();
-    EXPECT_EQ(store.writeCount(), 1);
-
-    const QString file = store.fileName(App);
-    IniFileSettingsStore fresh(dir.path());
     QSettings host(file, QSettings::IniFormat);
-    ASSERT_EQ(host.status(), QSettings::NoError);
-    const auto expectBoth = [&](const QString& section, const QString& key, const QString& value) {
-        EXPECT_EQ(fresh.readValue(App, section, key, u"<missing>"_s), value) << qPrintable(key);
-        EXPECT_EQ(host.value(settingsini::settingsKey(section, key)).toString(), value)
-            << qPrintable(key);
-    };
-    n = 0;
-    for (const QString& section : sections)
-        for (const QString& key : keys)
-            expectBoth(section, key, QString::number(n++));
-    for (qsizetype i = 0; i < values.size(); ++i)
-        expectBoth(u"Values"_s, u"Key %1"_s.arg(i), values[i]);
-    // Plain names reach the file unchanged, so a host finds them by name.
-    EXPECT_EQ(host.value(u"Arena/Load Mod Always"_s).toString(), u"0"_s);
-
-    // The other way: what a host writes through QSettings, of any type.
-    const QList<std::pair<QString, QVariant>> hostValues{
-        {u"Host/list"_s, QStringList{u"a"_s, u"b c"_s}},
-        {u"Host/number"_s, 12},
-        {u"Host/flag"_s, true},
-        {u"Host/bytes"_s, QByteArray("b\x01y")},
-        {u"Host/point"_s, QPoint(1, 2)},
-        {u"Host/date"_s, QDate(2024, 2, 29)},
-        {u"Host/at"_s, u"@home, @work"_s}};
-    for (const auto& [key, value] : hostValues)
-        host.setValue(key, value);
+    // The date's stored bytes are ASCII: bytes past 0x7F in a typed value are
+    // written as UTF-8 here and as escapes by QSettings, which reads both alike.
+    std::vector<SettingsSave> written; // with the text the old QSettings-based store read
+    for (const QVariant& value : QVariantList{
+             u"plain"_s, u"a, b"_s, u" blank "_s, u"\u0001a\u0002F9\u001F\tx\0b"_s,
+             u"\"q\" \\ ;="_s, u"@home, @work"_s, u"é€😀"_s, QStringList{u"a"_s, u" b,c"_s, u"@x"_s},
+             12, true, QByteArray("b\0\x01y", 4), QPoint(1, 2), QSize(1, 2), QDate(2000, 1, 1)})
+        for (const QString& section : {u""_s, u"Mod_Name-2.0"_s, u"a b;[c]=é€😀"_s, u"General"_s}) {
+            const QString key = u"Key_%1"_s.arg(written.size());
+            host.setValue(settingsini::settingsKey(section, key), value);
+            written.push_back({section, key, textOf(value)});
+        }
     host.sync();
-    for (const auto& [key, value] : hostValues)
-        EXPECT_EQ(fresh.readValue(App, u"Host"_s, key.sliced(5), u"<missing>"_s),
-                  textOf(host.value(key)))
-            << qPrintable(key);
+    const QByteArray bytes = contents(file);
+    for (const SettingsSave& entry : written)
+        EXPECT_EQ(store.readValue(App, entry.section, entry.key, {}), entry.value)
+            << qPrintable(entry.key);
+    store.saveValue(App, u"General"_s, u"Key_3"_s, u"plain"_s);
+    store.sync();
+    EXPECT_EQ(QString::fromUtf8(contents(file)), QString::fromUtf8(bytes));
 }
 
-TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
+TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
 {
     // Files as people and other programs leave them.
     const QByteArray oldFiles[] = {
@@ -128,24 +132,44 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
         "[Other]\nPath=/o\n[Arena]\nPath=C:\\Games\\",
         // NUL bytes, CR-only lines, a BOM opening a value, invalid UTF-8.
         "\xEF\xBB\xBF[Arena]\rPath=a\0b\rMod Name=\xEF\xBB\xBFx\r[Other]\rPath=\xFF\xFE\\\r\n",
+        // An empty file.
+        "",
     };
-    const std::vector<test::SettingsSave> saves{
-        {u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
-        {u"Arena"_s, u"Config Name"_s, u"\uFEFFlead"_s},
-        {u"Arena"_s, u"Tab"_s, u"\t\uFEFF after an escape"_s},
-        {u"Other"_s, u"Quoted"_s, u" \uFEFF;\"x"_s},
-        {u"New Game"_s, u"Path"_s, u"/games/d"_s},
-        {u""_s, u"Top"_s, u"1"_s}};
+    std::vector<SettingsSave> saves{{u"Arena"_s, u"Path"_s, u"C:\\Games\\"_s},
+                                    {u"Arena"_s, u"Config Name"_s, u"\uFEFFlead"_s},
+                                    {u"Arena"_s, u"Tab"_s, u"\t\uFEFF after an escape"_s},
+                                    {u"Other"_s, u"Quoted"_s, u" \uFEFF;\"x"_s},
+                                    {u"New Game"_s, u"Path"_s, u"/games/d"_s},
+                                    {u""_s, u"Top"_s, u"1"_s}};
+    // Names and values of all sorts.
+    for (const QString& section :
+         {u"Arena"_s, u"My"_s, u"My/Game"_s, u"My\\Game"_s, u"My%2FGame"_s, u""_s, u"General"_s,
+          u"general"_s, u"%67eneral"_s, u"[x] ;y"_s, u"Jeu d'été ü"_s})
+        for (const QString& key : {u"Load Mod Always"_s, u"Game/Load Mod Always"_s, u"a"_s,
+                                   u"/a/"_s, u"a\\b"_s, u"x=1;[y] é€"_s, u" ; c"_s})
+            saves.push_back({section, key, QString::number(saves.size())});
+    // Lone surrogates stand in the middle and at the end.
+    for (const QString& value :
+         {u"True"_s, u"a, b"_s, u"@Invalid()"_s, u"@Size(1 2)"_s, u"  lead"_s, u"trail  "_s, u""_s,
+          u"two\nlines\r\t"_s, u"\"q\" ;x=1"_s, u"end\\"_s, u"\u0001a\u007F\u0080"_s,
+          u"nul"_s + QChar(0) + u"12"_s, u"é€😀 %41"_s, u"\xD800x\xDC00y\xD800"_s})
+        saves.push_back({u"Values"_s, u"Key %1"_s.arg(saves.size()), value});
     for (const QByteArray& old : oldFiles) {
-        EXPECT_EQ(test::checkSettingsSave(old, saves), QStringList()) << old.constData();
-        EXPECT_EQ(test::checkSettingsSave(old, {saves[4]}), QStringList()) << old.constData();
+        EXPECT_EQ(checkSettingsSave(old, saves), QStringList()) << old.constData();
+        EXPECT_EQ(checkSettingsSave(old, {saves[4]}), QStringList()) << old.constData();
     }
+    // Inputs the fuzz target once found at fault, kept so every build checks them.
+    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
+    EXPECT_FALSE(corpus.isEmpty());
+    for (const QString& name : corpus.entryList(QDir::Files))
+        EXPECT_EQ(checkSettingsSaveInput(contents(corpus.filePath(name))), QStringList()) << name;
 
-    // The whole file is written, as QSettings writes it, in the old line ends.
-    QTemporaryDir dir;
-    IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
-    replaceFile(file, oldFiles[0]);
+    // The whole file is written, as QSettings writes it, in the old line ends
+    // and with the old file's permissions.
+    ASSERT_TRUE(writeFile(file, oldFiles[0]));
+    ASSERT_TRUE(
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+    const QFile::Permissions permissions = QFile::permissions(file);
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/c"_s);
     store.saveValue(App, u"Arena"_s, u"Path"_s, u"/games/new"_s);
     store.saveValue(App, u"New Game"_s, u"Path"_s, u"/games/d"_s);
@@ -157,23 +181,167 @@ TEST(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
               "[Arena]\r\nPath=/games/new\r\n"
               "Command%20Line%20Parameters=+set a 1, +set b 2\r\nMod%20Name=ctf\r\n\r\n"
               "[Other]\r\nPath=\"/games/other; two\"\r\n\r\n[New%20Game]\r\nPath=/games/d\r\n");
+    EXPECT_EQ(QFile::permissions(file), permissions);
 
     // Another program replaces the file, with one of the same size.
     QByteArray replaced = contents(file);
     replaced.replace("/games/new", "/games/old");
-    replaceFile(file, replaced);
+    ASSERT_TRUE(writeFile(file, replaced));
     EXPECT_EQ(store.readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/old"_s);
 }
 
-// Inputs the fuzz target once found at fault, kept so every build checks them.
-TEST(SettingsStoreTest, InputsOnceFoundAtFaultSaveCorrectly)
+// Why the store writes its files itself: QSettings reports success for a file
+// cut short when its last write fails.
+TEST_F(SettingsReliabilityTest, QSettingsCannotKeepTheStoresFiles)
 {
-    const QDir corpus(QStringLiteral(QFORMS_SOURCE_DIR "/tests/data/settings-corpus"));
-    const QStringList inputs = corpus.entryList(QDir::Files);
-    EXPECT_FALSE(inputs.isEmpty());
-    for (const QString& name : inputs) {
-        QFile input(corpus.filePath(name));
-        ASSERT_TRUE(input.open(QIODevice::ReadOnly)) << name;
-        EXPECT_EQ(test::checkSettingsSaveInput(input.readAll()), QStringList()) << name;
+    const QByteArray old = "[Arena]\nKey=" + QByteArray(5000, 'o') + '\n';
+    ASSERT_TRUE(writeFile(file, old));
+    EXPECT_TRUE(exitsCleanly(forkRunning([&] {
+        const FileSizeLimit cutShort(100);
+        QSettings host(file, QSettings::IniFormat);
+        host.setValue(u"Other/Path"_s, u"/games/other"_s);
+        host.sync();
+        EXPECT_EQ(host.status(), QSettings::NoError) << "QSettings saw the failure";
+    })));
+    EXPECT_EQ(contents(file), old.first(100));
+}
+
+TEST_F(SettingsReliabilityTest, TwoProcessesSavingAtTheSameTimeLoseNothing)
+{
+    constexpr int Saves = 500;
+    const auto saveAll = [&](const QString& game) {
+        IniFileSettingsStore own(dir.path());
+        for (int i = 0; i < Saves; ++i) {
+            own.saveValue(App, game, u"Key %1"_s.arg(i), QString::number(i));
+            own.sync();
+        }
+    };
+    const pid_t child = forkRunning([&] { saveAll(u"Second"_s); });
+    saveAll(u"First"_s);
+    EXPECT_TRUE(exitsCleanly(child));
+
+    const IniFileSettingsStore fresh(dir.path());
+    int lost = 0;
+    for (const QString& game : {u"First"_s, u"Second"_s})
+        for (int i = 0; i < Saves; ++i)
+            lost += fresh.readValue(App, game, u"Key %1"_s.arg(i), {}) != QString::number(i);
+    EXPECT_EQ(lost, 0);
+}
+
+TEST_F(SettingsReliabilityTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValues)
+{
+    constexpr int Keys = 3000;
+    saveGeneration(store, 0, Keys);
+    for (const auto delay : {0ms, 7ms, 23ms, 61ms}) {
+        const pid_t child = forkRunning([&] {
+            IniFileSettingsStore saver(dir.path());
+            for (int generation = 1;; ++generation)
+                saveGeneration(saver, generation, Keys);
+        });
+        // Killed while it saves, after it wrote at least once.
+        const QByteArray before = contents(file);
+        const QDeadlineTimer deadline(10s);
+        while (contents(file) == before && !deadline.hasExpired())
+            ::usleep(1000);
+        ::usleep(useconds_t(std::chrono::microseconds(delay).count()));
+        ::kill(child, SIGKILL);
+        ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+        ASSERT_FALSE(deadline.hasExpired()) << "the child never saved";
+
+        const IniFileSettingsStore fresh(dir.path());
+        const QString first = fresh.readValue(App, u"Arena"_s, u"Key 0"_s, u"<missing>"_s);
+        int mixed = 0;
+        for (int k = 1; k < Keys; ++k)
+            mixed += fresh.readValue(App, u"Arena"_s, u"Key %1"_s.arg(k), {}) != first;
+        EXPECT_EQ(mixed, 0) << "after " << delay.count() << " ms";
+        EXPECT_EQ(QSettings(file, QSettings::IniFormat).status(), QSettings::NoError);
     }
+    // A lock left by a process that died is taken over, whether the last kill
+    // left one or not.
+    store.setLockTimeout(5s);
+    EXPECT_NO_THROW(saveGeneration(store, 98, Keys));
+    const QString lockFile = file + u".lock"_s;
+    ASSERT_TRUE(
+        exitsCleanly(forkRunning([&] { ASSERT_TRUE((new QLockFile(lockFile))->tryLock(0)); })) &&
+        QFile::exists(lockFile));
+    EXPECT_NO_THROW(saveGeneration(store, 99, Keys));
+
+    // So is an empty one, left by a process killed as it created it.
+    QFile empty(lockFile);
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly) &&
+                empty.setFileTime(QDateTime::currentDateTime().addSecs(-5),
+                                  QFileDevice::FileModificationTime));
+    EXPECT_NO_THROW(saveGeneration(store, 100, Keys));
+}
+
+// Root writes into read-only folders; the check runs as nobody then.
+TEST_F(SettingsReliabilityTest, SaveSettingsReportsEachFailedWriteAndGoesOn)
+{
+    // In a folder of its own, which nobody may use.
+    EXPECT_TRUE(exitsCleanly(forkRunning([] {
+        ASSERT_TRUE(::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0));
+        QTemporaryDir folder;
+        const auto ownStore = std::make_shared<IniFileSettingsStore>(folder.path());
+        const QString ownFile = ownStore->fileName(App);
+        qForms control;
+        control.setSettingsStore(ownStore);
+        control.setQpGameName(u"Arena"_s);
+        QStringList messages;
+        QObject::connect(&control, &qForms::settingsSaveFailed,
+                         [&](const QString& message) { messages.append(message); });
+        control.widgets().txtPath.setText(u"/old"_s);
+        control.qSaveSettings();
+        const QByteArray old = contents(ownFile);
+        ASSERT_TRUE(old.contains("/old"));
+
+        control.widgets().txtPath.setText(u"/new"_s);
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+        EXPECT_TRUE(control.qSaveSettings().isNull());
+        ASSERT_EQ(messages.size(), 1);
+        EXPECT_TRUE(messages[0].contains(ownFile + u": Permission denied"_s)) << messages[0];
+        QFile::setPermissions(folder.path(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        // A configuration "folder" that is a file.
+        control.setSettingsStore(std::make_shared<IniFileSettingsStore>(ownFile));
+        control.qSaveSettings();
+        EXPECT_EQ(messages.size(), 2);
+        EXPECT_EQ(contents(ownFile), old);
+
+        // Once writing works again, the next save writes.
+        control.setSettingsStore(ownStore);
+        control.qSaveSettings();
+        EXPECT_EQ(messages.size(), 2);
+        EXPECT_TRUE(contents(ownFile).contains("/new"));
+    })));
+}
+
+TEST_F(SettingsReliabilityTest, AFailedSyncKeepsTheOldFileAndTheValuesForTheNext)
+{
+    store.saveValue(App, u"Arena"_s, u"Path"_s, u"/old"_s);
+    store.sync();
+    const QByteArray old = contents(file);
+
+    // The disk fills up after the write began.
+    const QString big(64 * 1024, u'v');
+    store.saveValue(App, u"Arena"_s, u"Path"_s, big);
+    try {
+        const FileSizeLimit fewKilobytes(4096);
+        store.sync();
+        ADD_FAILURE() << "the sync succeeded";
+    } catch (const SaveError& error) {
+        EXPECT_TRUE(error.message().contains(file + u": File too large"_s)) << error.message();
+    }
+    EXPECT_EQ(contents(file), old);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{App + u".ini"_s});
+
+    // Another process holds the lock.
+    QLockFile held(file + u".lock"_s);
+    ASSERT_TRUE(held.tryLock(0));
+    store.setLockTimeout(50ms);
+    EXPECT_THROW(store.sync(), SaveError);
+    held.unlock();
+    EXPECT_EQ(contents(file), old);
+
+    store.sync();
+    EXPECT_EQ(IniFileSettingsStore(dir.path()).readValue(App, u"Arena"_s, u"Path"_s, {}), big);
 }

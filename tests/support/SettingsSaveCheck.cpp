@@ -11,26 +11,18 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace qf::test {
 
 namespace {
-
-const QString App = QStringLiteral("Quillmarsh 2");
-
-QString textOf(const QVariant& value)
-{
-    return value.metaType().id() == QMetaType::QStringList
-               ? value.toStringList().join(QStringLiteral(", "))
-               : value.toString();
-}
 
 // QSettings keeps files it read in a cache that trusts a file of the same size
 // and time to the millisecond; it reads each state of the file under a new name.
 QString hostCopy(const QString& file, const QString& name)
 {
-    const QString copy = file + u'.' + name;
-    QFile::copy(file, copy);
-    return copy;
+    QFile::copy(file, file + u'.' + name);
+    return file + u'.' + name;
 }
 
 // Every key QSettings finds by its name, with its type and text.
@@ -38,46 +30,60 @@ QHash<QString, QString> hostValues(const QString& file)
 {
     QSettings host(file, QSettings::IniFormat);
     QHash<QString, QString> values;
-    for (const QString& key : host.allKeys()) {
-        // Keys with an empty part ("a//b", "/a") are found by no name.
-        if (key.isEmpty() || key.startsWith(u'/') || key.endsWith(u'/') || key.contains(u"//"))
-            continue;
-        const QVariant value = host.value(key);
-        values.insert(key, QString::fromLatin1(value.typeName()) + u':' + textOf(value));
-    }
+    // Keys with an empty part ("a//b", "/a") are found by no name.
+    for (const QString& key : host.allKeys())
+        if (!key.isEmpty() && !key.startsWith(u'/') && !key.endsWith(u'/') && !key.contains(u"//"))
+            values.insert(key, QString::fromLatin1(host.value(key).typeName()) + u':' +
+                                   textOf(host.value(key)));
     return values;
 }
 
 QString shown(const QString& text)
 {
-    QString escaped;
+    QString escaped = u"\""_s;
     for (const QChar c : text)
         escaped += c.unicode() < 0x20 || c.unicode() >= 0x7F
-                       ? QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QChar(u'0'))
+                       ? u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'))
                        : QString(c);
-    return u'"' + escaped + u'"';
+    return escaped + u'"';
 }
 
 } // namespace
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+           file.write(bytes) == bytes.size();
+}
+
+QString textOf(const QVariant& value)
+{
+    return value.metaType().id() == QMetaType::QStringList ? value.toStringList().join(u", "_s)
+                                                           : value.toString();
+}
 
 QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<SettingsSave>& saves)
 {
     QTemporaryDir dir;
     IniFileSettingsStore store(dir.path());
-    const QString file = store.fileName(App);
-    QFile old(file);
-    if (!old.open(QIODevice::WriteOnly) || old.write(oldFile) != oldFile.size())
-        return {QStringLiteral("cannot write the old file")};
-    old.close();
-    const QHash<QString, QString> before = hostValues(hostCopy(file, QStringLiteral("before")));
+    const QString file = store.fileName(SettingsApp);
+    if (!writeFile(file, oldFile))
+        return {u"cannot write the old file"_s};
+    const QHash<QString, QString> before = hostValues(hostCopy(file, u"before"_s));
 
-    QHash<QString, QString> saved;
-    for (const SettingsSave& save : saves) {
-        if (save.key.isEmpty())
-            continue;
-        store.saveValue(App, save.section, save.key, save.value);
-        saved.insert(settingsini::settingsKey(save.section, save.key), save.value);
-    }
+    QHash<QString, SettingsSave> saved; // by settings key, the last save of each
+    for (const SettingsSave& save : saves)
+        if (!save.key.isEmpty()) {
+            store.saveValue(SettingsApp, save.section, save.key, save.value);
+            saved.insert(settingsini::settingsKey(save.section, save.key), save);
+        }
     try {
         store.sync();
     } catch (const Error& error) {
@@ -86,25 +92,20 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
 
     QStringList faults;
     const IniFileSettingsStore fresh(dir.path());
-    const QString afterCopy = hostCopy(file, QStringLiteral("after"));
+    const QString afterCopy = hostCopy(file, u"after"_s);
     QSettings host(afterCopy, QSettings::IniFormat);
-    for (const SettingsSave& save : saves) {
-        if (save.key.isEmpty())
-            continue;
-        const QString key = settingsini::settingsKey(save.section, save.key);
-        const QString expected = saved.value(key);
-        const QString ours = fresh.readValue(App, save.section, save.key, QStringLiteral("<none>"));
-        const QString theirs = host.value(key).toString();
-        if (ours != expected || theirs != expected)
-            faults.append(QStringLiteral("saved %1 = %2 reads %3 here, %4 in QSettings")
-                              .arg(shown(key), shown(expected), shown(ours), shown(theirs)));
+    for (auto it = saved.cbegin(); it != saved.cend(); ++it) {
+        const QString ours = fresh.readValue(SettingsApp, it->section, it->key, u"<none>"_s);
+        const QString theirs = host.value(it.key()).toString();
+        if (ours != it->value || theirs != it->value)
+            faults.append(u"saved %1 = %2 reads %3 here, %4 in QSettings"_s.arg(
+                shown(it.key()), shown(it->value), shown(ours), shown(theirs)));
     }
     const QHash<QString, QString> after = hostValues(afterCopy);
-    for (auto it = before.constBegin(); it != before.constEnd(); ++it)
+    for (auto it = before.cbegin(); it != before.cend(); ++it)
         if (!saved.contains(it.key()) && after.value(it.key()) != it.value())
-            faults.append(
-                QStringLiteral("%1 was %2, is %3")
-                    .arg(shown(it.key()), shown(it.value()), shown(after.value(it.key()))));
+            faults.append(u"%1 was %2, is %3"_s.arg(shown(it.key()), shown(it.value()),
+                                                    shown(after.value(it.key()))));
     return faults;
 }
 

@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 #include <vector>
 
@@ -12,6 +13,9 @@
 // other key QSettings read before reads the same after. Shared by the tests and
 // the fuzz target.
 namespace qf::test {
+
+// The application name whose settings file the tests write.
+inline const QString SettingsApp = QStringLiteral("Quillmarsh 2");
 
 struct SettingsSave {
     QString section;
@@ -27,5 +31,12 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
 // bytes, then the saves as UTF-16 (little endian) with U+001F between
 // section, key and value and U+001E between saves.
 QStringList checkSettingsSaveInput(QByteArrayView input);
+
+// A file's bytes, empty when it cannot be read.
+QByteArray contents(const QString& path);
+bool writeFile(const QString& path, const QByteArray& bytes);
+
+// What the old QSettings-based store made of a value a host left.
+QString textOf(const QVariant& value);
 
 } // namespace qf::test
