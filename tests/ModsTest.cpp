@@ -72,6 +72,8 @@ TEST_F(ModsTest, OffersFoldersHoldingPakFilesExceptTheBaseAndSelectsTheNoModEntr
     // Without a folder in the application the base name is kept whole.
     scan(host.path(), u"arena.exe"_s, u"bin\\base"_s);
     EXPECT_EQ(w.comModSelect.items(), (QStringList{QString(), u"base"_s, u"ctf"_s}));
+    scan(host.path(), u"\\arena.exe"_s, u"bin\\base"_s);
+    EXPECT_EQ(w.comModSelect.items(), withoutBase) << "a leading separator is a folder";
     scan(host.path() + u"\\"_s);
     EXPECT_EQ(w.comModSelect.items(), withoutBase) << "a doubled separator is accepted";
     scan(host.filePath(u"missing"_s), u"arena.exe"_s, QString());

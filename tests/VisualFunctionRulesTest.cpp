@@ -68,6 +68,9 @@ TEST_F(VisualFunctionRulesTest, TheWholeDigitRunIsTheIndexAndCombosTakeOnlyEnabl
     checks[1] = "combo1;;ifonthendisable";
     checks[2] = "combo1;;ifonthenoff";
     checks[3] = "combo1;;ifoffthenenable";
+    checks[4] = "combo1;;ifoffthenon";
+    checks[5] = "combo1;;ifonthenon";
+    checks[6] = "combo1;;ifoffthenoff";
     rules(checks, {"checkbox1;;ifonthenenable"});
 
     check(1).setValue(1);
@@ -81,9 +84,15 @@ TEST_F(VisualFunctionRulesTest, TheWholeDigitRunIsTheIndexAndCombosTakeOnlyEnabl
     check(4).setValue(1);
     check(4).setValue(0);
     EXPECT_TRUE(w.Combo1.at(1).isEnabled());
-    w.Combo1.at(1).setEnabled(false);
-    check(3).setValue(1);
-    EXPECT_FALSE(w.Combo1.at(1).isEnabled()) << "value keywords do nothing to a combo";
+    // Value keywords do nothing to a combo.
+    for (int box : {3, 5, 6, 7}) {
+        for (bool enabled : {false, true}) {
+            w.Combo1.at(1).setEnabled(enabled);
+            check(box).setValue(1);
+            check(box).setValue(0);
+            EXPECT_EQ(w.Combo1.at(1).isEnabled(), enabled) << box;
+        }
+    }
 
     check(1).setEnabled(false);
     option(1).setValue(true);
