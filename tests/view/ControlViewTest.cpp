@@ -163,17 +163,17 @@ TEST(ControlView, NamesAFieldByTheCaptionBesideOrElseAboveItAndTooltipsACutCapti
         QRectF first, second;
         const char* name;
     } cases[] = {
-        {{8000, 10000, 2060, 300}, {}, "First"},
-        {{8000, 10000, 2061, 300}, {}, ""},
-        {{8000, 9700, 1000, 300}, {}, ""},
-        {{10000, 9760, 1000, 300}, {}, "First"},
-        {{11000, 9000, 500, 300}, {9500, 9000, 500, 300}, ""},
-        {{10000, 9000, 1000, 300}, {10100, 10060, 500, 0}, "First"},
-        {{7000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "Second"},
-        {{8000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "First"},
-        {{10000, 9000, 1000, 300}, {10000, 9500, 1000, 300}, "Second"},
-        {{10000, 9600, 500, 200}, {10500, 9600, 500, 200}, "Second"},
-        {{10000, 9500, 1000, 300}, {8000, 10000, 1000, 300}, "Second"},
+        {{8000, 10000, 2060, 300}, {}, "First"},               // on its row, reaching 60 in
+        {{8000, 10000, 2061, 300}, {}, ""},                    // reaching further
+        {{8000, 9700, 1000, 300}, {}, ""},                     // left of it, ending at its top
+        {{10000, 9760, 1000, 300}, {}, "First"},               // above, reaching 60 down into it
+        {{11000, 9000, 500, 300}, {9500, 9000, 500, 300}, ""}, // above, beside its columns
+        {{10000, 9000, 1000, 300}, {10100, 10060, 500, 0}, "First"},    // flat, 60 in: not above
+        {{7000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "Second"}, // the nearer on the left
+        {{8000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "First"},  // as near: the higher
+        {{10000, 9000, 1000, 300}, {10000, 9500, 1000, 300}, "Second"}, // the nearer above
+        {{10000, 9600, 500, 200}, {10500, 9600, 500, 200}, "Second"},   // as near above: the later
+        {{10000, 9500, 1000, 300}, {8000, 10000, 1000, 300}, "Second"}, // beside before above
     };
     for (const auto& c : cases) {
         const bool blank = c.second.isNull();
