@@ -1,64 +1,69 @@
 #include "toolkit/qt/ControlView.h"
 #include "control/qForms.h"
 #include "support/TestHost.h"
+#include "toolkit/qt/QtFileDialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
 #include <QTest>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using qf::ControlView;
+
+namespace {
+
+template <typename T = QWidget> T* viewAs(const ControlView& view, const qf::Widget& model)
+{
+    auto* shown = qobject_cast<T*>(view.viewOf(model));
+    EXPECT_NE(shown, nullptr) << model.name();
+    return shown;
+}
+
+} // namespace
 
 TEST(ControlView, MirrorsTheFixedWidgetsAtTheirTwipPositionsWithTheStatusLineLook)
 {
     qForms control;
     ControlView view(control);
-    const auto& w = control.widgets();
+    auto& w = control.widgets();
     const qf::TwipScale& scale = view.scale();
 
-    auto* txtPath = qobject_cast<QLineEdit*>(view.viewOf(w.txtPath));
-    ASSERT_NE(txtPath, nullptr);
-    EXPECT_EQ(txtPath->geometry(), scale.rect(120, 480, 5175, 285));
+    EXPECT_EQ(view.viewOf(w.txtPath)->geometry(), scale.rect(120, 480, 5175, 285));
     EXPECT_EQ(view.size(), QSize(scale.pixels(6735), scale.pixels(4215)));
-    EXPECT_EQ(qobject_cast<QPushButton*>(view.viewOf(w.cmdBrowse))->text(), QStringLiteral("038"));
+    EXPECT_EQ(viewAs<QPushButton>(view, w.cmdBrowse)->text(), u"038"_s);
 
-    auto* status = qobject_cast<QLabel*>(view.viewOf(w.lblStatus));
-    ASSERT_NE(status, nullptr);
+    auto* status = viewAs<QLabel>(view, w.lblStatus);
     EXPECT_EQ(status->parentWidget(), view.viewOf(w.frameStatus));
     EXPECT_EQ(status->palette().color(QPalette::Window), QColor(Qt::black));
     EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(0, 255, 0));
-    EXPECT_TRUE(status->font().bold());
-    EXPECT_TRUE(status->autoFillBackground());
-
-    control.widgets().lblStatus.setCaption(QStringLiteral(" Arena"));
-    EXPECT_EQ(status->text(), QStringLiteral(" Arena"));
+    EXPECT_TRUE(status->font().bold() && status->autoFillBackground());
+    EXPECT_TRUE(status->wordWrap()) << "a caption wraps within its box, as the tooltips measure";
+    w.lblStatus.setCaption(u" Arena"_s);
+    w.lblStatus.setForeColor(0x0000FF); // blue, green, red
+    EXPECT_EQ(status->text(), u" Arena"_s);
+    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(255, 0, 0));
 }
 
-TEST(ControlView, UserInputReachesTheModelsAndGroupSwitchesShowTheirWidgets)
+TEST(ControlView, KeystrokesAndClicksReachTheModelsAndModelChangesShowAtOnce)
 {
     qForms control;
     ControlView view(control);
-    view.show();
     auto& w = control.widgets();
     int changes = 0;
     w.txtPath.change.connect([&] { ++changes; });
-
-    QTest::keyClicks(view.viewOf(w.txtPath), QStringLiteral("C:"));
-    EXPECT_EQ(w.txtPath.text(), QStringLiteral("C:"));
+    auto* path = viewAs<QLineEdit>(view, w.txtPath);
+    QTest::keyClicks(path, u"C:"_s);
+    EXPECT_EQ(w.txtPath.text(), u"C:"_s);
     EXPECT_EQ(changes, 2) << "each keystroke is a change";
-
-    EXPECT_FALSE(view.viewOf(w.chkModCheck)->isVisible());
-    control.setQpUseModSelection(true);
-    ASSERT_TRUE(view.viewOf(w.chkModCheck)->isVisible());
-    auto* box = qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck));
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(6, box->height() / 2));
-    EXPECT_EQ(w.chkModCheck.value(), 1);
+    w.txtPath.setText(u"D:/games"_s);
+    EXPECT_EQ(path->text(), u"D:/games"_s);
 
     // A greyed box shows as partly checked, and a click checks it.
+    auto* box = viewAs<QCheckBox>(view, w.chkModCheck);
     w.chkModCheck.setValue(2);
     EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
     box->click();
@@ -66,155 +71,150 @@ TEST(ControlView, UserInputReachesTheModelsAndGroupSwitchesShowTheirWidgets)
     EXPECT_EQ(box->checkState(), Qt::Checked);
 }
 
-TEST(ControlView, KeyboardFocusFollowsTheControlsOrder)
-{
-    qForms control;
-    control.setQpUseModSelection(true);
-    control.setQpUseAdditionalCommandLineParameters(true);
-    control.setQpUseConfigs(true);
-    ControlView view(control);
-    const auto& w = control.widgets();
-
-    std::vector<QWidget*> chain;
-    QWidget* next = view.viewOf(w.txtPath);
-    for (int i = 0; i < 7; ++i) {
-        chain.push_back(next);
-        do
-            next = next->nextInFocusChain();
-        while (next->focusPolicy() == Qt::NoFocus || next == &view);
-    }
-    const std::vector<QWidget*> expected = {view.viewOf(w.txtPath),     view.viewOf(w.cmdBrowse),
-                                            view.viewOf(w.chkModCheck), view.viewOf(w.comModSelect),
-                                            view.viewOf(w.txtCLP),      view.viewOf(w.lstConfig),
-                                            view.viewOf(w.cmdEdit)};
-    EXPECT_EQ(chain, expected);
-}
-
 TEST(ControlView, ArrayElementsAppearWhenLoadedAndGoWhenUnloadedEvenIfTheControlGoesFirst)
 {
     auto control = std::make_unique<qForms>();
     ControlView view(*control);
     auto& combos = control->widgets().Combo1;
-
-    qf::ComboBox& combo = combos.load(1);
-    combo.addItem(QStringLiteral("low"));
-    combo.addItem(QStringLiteral("high"));
-    combo.setListIndex(1);
-    combo.setVisible(true);
-    auto* shown = qobject_cast<QComboBox*>(view.viewOf(combo));
+    QPointer<QWidget> shown = view.viewOf(combos.load(1));
     ASSERT_NE(shown, nullptr);
-    EXPECT_EQ(shown->count(), 2);
-    EXPECT_EQ(shown->currentText(), QStringLiteral("high"));
-
-    QPointer<QWidget> gone = shown;
     combos.unload(1);
-    EXPECT_TRUE(gone.isNull());
+    EXPECT_TRUE(shown.isNull());
 
     combos.load(1);
     control.reset();
     EXPECT_EQ(view.findChildren<QComboBox*>().size(), 0);
 }
 
-TEST(ControlView, ClickingABuiltCheckBoxRunsItsRuleAndTheWindowShowsTheResultAtOnce)
+TEST(ControlView, ABuiltCheckBoxRunsItsRuleAtOnceAndTabVisitsTheFixedWidgetsThenTheEntries)
 {
     TestHost host;
     host.writeCustomControls(
-        QStringLiteral("game.qgd"),
-        "Count=3\nControl1Type=checkbox\nControl1Caption=Safe mode\n"
-        "Control1VisualFunction=combo1;;ifonthendisable\n"
-        "Control2Type=combo\nControl2Caption=a;;b;;(b);;\n"
-        "Control3Type=line\nControl3X-Location=0x1500\nControl3Y-Location=300x300\n"
-        "Control3Width=3\n");
+        u"game.qgd"_s, "Count=4\nControl1Type=frame\nControl2Type=checkbox\n"
+                       "Control2Caption=Safe mode\nControl2VisualFunction=combo1;;ifonthendisable\n"
+                       "Control3Type=combo\nControl3Caption=a;;b;;(b);;\nControl4Type=line\n"
+                       "Control4X-Location=0x1500\nControl4Y-Location=300x300\nControl4Width=3\n");
     qForms control;
     control.setAppPath(host.path());
-    control.setQpQGD(QStringLiteral("game.qgd"));
-    qf::ControlView view(control);
+    control.setQpQGD(u"game.qgd"_s);
+    ControlView view(control);
     view.show();
     control.qInitCustomControls();
     const auto& w = control.widgets();
 
-    auto* box = qobject_cast<QCheckBox*>(view.viewOf(w.Check1.at(1)));
-    auto* combo = qobject_cast<QComboBox*>(view.viewOf(w.Combo1.at(1)));
-    ASSERT_NE(box, nullptr);
-    ASSERT_NE(combo, nullptr);
+    auto* box = viewAs<QCheckBox>(view, w.Check1.at(1));
+    auto* combo = viewAs<QComboBox>(view, w.Combo1.at(1));
     EXPECT_TRUE(box->isVisible());
-    EXPECT_EQ(box->text(), QStringLiteral("safe mode"));
-    EXPECT_EQ(combo->currentText(), QStringLiteral("b"));
+    EXPECT_EQ(box->text(), u"safe mode"_s);
+    EXPECT_EQ(combo->currentText(), u"b"_s);
     EXPECT_TRUE(combo->isEnabled());
-
+    EXPECT_EQ(view.childAt(box->mapTo(&view, box->rect().center())), box)
+        << "no frame lies over it";
     box->click();
     EXPECT_EQ(w.Check1.at(1).value(), 1);
     EXPECT_TRUE(box->isChecked());
     EXPECT_FALSE(combo->isEnabled());
 
     // The line covers its two ends, thickness included.
-    QWidget* line = view.viewOf(w.Line1.at(1));
-    ASSERT_NE(line, nullptr);
-    EXPECT_TRUE(line->geometry().contains(QPoint(0, view.scale().pixels(300))));
-    EXPECT_TRUE(
-        line->geometry().contains(QPoint(view.scale().pixels(1500), view.scale().pixels(300))));
+    const QRect line = view.viewOf(w.Line1.at(1))->geometry();
+    EXPECT_TRUE(line.contains(QPoint(0, view.scale().pixels(300))));
+    EXPECT_TRUE(line.contains(QPoint(view.scale().pixels(1500), view.scale().pixels(300))));
+
+    // Only widgets that take the keyboard, each once; Tab follows that order.
+    QCoreApplication::processEvents();
+    const QList<QWidget*> chain = view.focusChain();
+    QStringList names;
+    for (QWidget* widget : chain)
+        names << widget->objectName();
+    EXPECT_EQ(names.join(u' '), u"txtPath cmdBrowse chkModCheck comModSelect txtCLP lstConfig "
+                                "cmdEdit lstFiles lstAVA Check1(0) Option1(0) Combo1(0) Text1(0) "
+                                "Check1(1) Combo1(1)"_s);
+    QWidget* next = chain.first();
+    for (QWidget* expected : chain) {
+        EXPECT_EQ(next->objectName(), expected->objectName());
+        do
+            next = next->nextInFocusChain();
+        while (next->focusPolicy() == Qt::NoFocus || next == &view);
+    }
 
     control.qClear();
     EXPECT_EQ(view.findChildren<QCheckBox*>().size(), 2) << "chkModCheck and the template stay";
 }
 
-TEST(ControlView, TypingAGameFolderChecksTheGameAndShowsStatusColourAndMods)
+TEST(ControlView, NamesAFieldByTheCaptionBesideOrElseAboveItAndTooltipsACutCaption)
 {
-    TestHost host;
-    host.writeLanguage(0, "000=\" -\"\n001=\" found\"\n002=\" missing\"\n");
-    host.write(QStringLiteral("g/arena.exe"), "program");
-    host.write(QStringLiteral("g/base/pak0.pk3"), "");
-    host.write(QStringLiteral("g/ctf/map.pk3"), "");
-    host.write(QStringLiteral("g/ctf/description.txt"), "Capture the flag");
     qForms control;
-    control.setAppPath(host.path());
-    control.setQpGameName(QStringLiteral("Arena"));
-    control.setQpGameApplication(QStringLiteral("arena.exe"));
-    control.setQpGameBase(QStringLiteral("base"));
-    control.setQpVersionType(QStringLiteral("0"));
-    control.setQpUseModSelection(true);
-    qf::ControlView view(control);
-    view.show();
-    const auto& w = control.widgets();
-    auto* status = qobject_cast<QLabel*>(view.viewOf(w.lblStatus));
+    ControlView view(control);
+    auto& w = control.widgets();
+    qf::TextBox& box = w.Text1.load(1);
+    box.setGeometry(10000, 10000, 1000, 300);
+    box.setVisible(true);
+    qf::Label& first = w.Label1.load(1);
+    qf::Label& second = w.Label1.load(2);
+    const auto place = [](qf::Label& label, const QRectF& at, const QString& caption) {
+        label.setCaption(caption);
+        label.setGeometry(at.x(), at.y(), at.width(), at.height());
+        label.setVisible(true);
+    };
+    // Where two labels lie around the box (10000-11000 across, 10000-10300 down,
+    // in twips; a caption may reach 60 into it), and which one names it. With no
+    // place given, the second lies right beside the box with a blank caption.
+    const struct {
+        QRectF first, second;
+        const char* name;
+    } cases[] = {
+        {{8000, 10000, 2060, 300}, {}, "First"},               // on its row, reaching 60 in
+        {{8000, 10000, 2061, 300}, {}, ""},                    // reaching further
+        {{8000, 9700, 1000, 300}, {}, ""},                     // left of it, ending at its top
+        {{10000, 9760, 1000, 300}, {}, "First"},               // above, reaching 60 down into it
+        {{11000, 9000, 500, 300}, {9500, 9000, 500, 300}, ""}, // above, beside its columns
+        {{10000, 9000, 1000, 300}, {10100, 10060, 500, 0}, "First"},    // flat, 60 in: not above
+        {{7000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "Second"}, // the nearer on the left
+        {{8000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "First"},  // as near: the higher
+        {{10000, 9000, 1000, 300}, {10000, 9500, 1000, 300}, "Second"}, // the nearer above
+        {{10000, 9600, 500, 200}, {10500, 9600, 500, 200}, "Second"},   // as near above: the later
+        {{10000, 9500, 1000, 300}, {8000, 10000, 1000, 300}, "Second"}, // beside before above
+    };
+    for (const auto& c : cases) {
+        const bool blank = c.second.isNull();
+        place(first, c.first, u"First "_s);
+        place(second, blank ? QRectF(9500, 10000, 500, 300) : c.second,
+              blank ? u" "_s : u"&Second"_s);
+        QCoreApplication::processEvents(); // moving a label names the box anew
+        EXPECT_EQ(view.viewOf(box)->accessibleName(), QLatin1String(c.name))
+            << "case " << &c - cases;
+    }
 
-    QTest::keyClicks(view.viewOf(w.txtPath), host.path());
-    EXPECT_EQ(status->text(), QStringLiteral(" Arena missing"));
-    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(255, 0, 0));
-    EXPECT_FALSE(view.viewOf(w.comModSelect)->isEnabled());
-
-    QTest::keyClicks(view.viewOf(w.txtPath), QStringLiteral("/g"));
-    EXPECT_EQ(status->text(), QStringLiteral(" Arena found"));
-    EXPECT_EQ(status->palette().color(QPalette::WindowText), QColor(0, 255, 0));
-    auto* mods = qobject_cast<QComboBox*>(view.viewOf(w.comModSelect));
-    ASSERT_EQ(mods->count(), 2);
-    EXPECT_TRUE(mods->isEnabled());
-
-    // Choosing a mod in the list shows its description and checks the box.
-    mods->setCurrentIndex(1);
-    emit mods->activated(1);
-    EXPECT_EQ(qobject_cast<QLabel*>(view.viewOf(w.lblModName))->text(),
-              QStringLiteral("Capture the flag "));
-    EXPECT_TRUE(qobject_cast<QCheckBox*>(view.viewOf(w.chkModCheck))->isChecked());
+    // A caption exactly as wide and as tall as its label fits; a pixel less cuts it.
+    auto* label = viewAs<QLabel>(view, first);
+    const QSize fits = QFontMetrics(label->font())
+                           .boundingRect(QRect(0, 0, 1000, 1000), Qt::TextWordWrap, u"Arena"_s)
+                           .size();
+    const double twips = 1440.0 / view.logicalDpiX();
+    for (const QSize size : {fits, fits - QSize(1, 0), fits - QSize(0, 1)}) {
+        place(first, QRectF(0, 0, size.width() * twips, size.height() * twips), u"Arena"_s);
+        QCoreApplication::processEvents();
+        ASSERT_EQ(label->size(), size);
+        EXPECT_EQ(label->toolTip(), size == fits ? QString() : u"Arena"_s) << size.width();
+    }
 }
 
 TEST(ControlView, ClearingAPageTakesItsWidgetsDownAndKeepsTheRestStackedAsBefore)
 {
-    TestHost host;
     QByteArray lines = "Count=60\n";
     for (int i = 1; i <= 60; ++i)
         lines += "Control" + QByteArray::number(i) + "Type=" + (i % 3 ? "label" : "frame") + "\n";
-    host.writeCustomControls(QStringLiteral("game.qgd"), lines);
+    TestHost host;
+    host.writeCustomControls(u"game.qgd"_s, lines);
     qForms control;
     control.setAppPath(host.path());
-    control.setQpQGD(QStringLiteral("game.qgd"));
     ControlView view(control);
     QWidget* page = view.viewOf(control.widgets().frame);
     QObjectList before;
     for (int round = 0; round < 2; ++round) {
-        control.setQpQGD(QStringLiteral("game.qgd"));
+        control.setQpQGD(u"game.qgd"_s);
         control.qInitCustomControls();
-        auto* frames = view.findChild<QWidget*>(QStringLiteral("frames"));
+        auto* frames = view.findChild<QWidget*>(u"frames"_s);
         ASSERT_NE(frames, nullptr);
         EXPECT_EQ(frames->children().size(), 20);
         if (round == 0) {
@@ -227,4 +227,11 @@ TEST(ControlView, ClearingAPageTakesItsWidgetsDownAndKeepsTheRestStackedAsBefore
         EXPECT_EQ(page->children(), before);
         EXPECT_TRUE(frames->children().isEmpty());
     }
+}
+
+TEST(QtFileDialog, FiltersMatchTheirPatternsInEitherLetterCase)
+{
+    EXPECT_EQ(qf::QtFileDialog::nameFilters(u"Programs|*.exe;GAME_2.bat|Maps (ß)|*.ß|Odd"_s),
+              QStringList({u"Programs (*.[eE][xX][eE] [gG][aA][mM][eE]_2.[bB][aA][tT])"_s,
+                           u"Maps (ß) (*.ß)"_s}));
 }

@@ -1,24 +1,28 @@
+#include "EntryWidget.h"
 #include "GamePage.h"
 #include "LauncherConfig.h"
 #include "LauncherWindow.h"
 #include "PeImage.h"
+#include "PreviewWindow.h"
 #include "SampleInstallations.h"
 #include "context/SettingsKeys.h"
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
 #include "platform/MessageBox.h"
+#include "toolkit/qt/ControlView.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
-#include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -28,90 +32,113 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
+
+// The host folder the build sets up beside the launcher: sample games' data files.
+QString builtHost()
+{
+    return QFileInfo(QStringLiteral(QFORMS_LAUNCHER_PATH)).path() + u"/host"_s;
+}
+
+QString copyOfBuiltHost(const QTemporaryDir& dir)
+{
+    const QString host = dir.filePath(u"host"_s);
+    EXPECT_EQ(QProcess::execute(u"cp"_s, {u"-r"_s, builtHost(), host}), 0);
+    return host;
+}
+
+struct ProgramRun {
+    int exitCode = 0;
+    QString out;
+    QString err;
+};
+
+// Runs a program of the build; an empty value takes a variable out of its environment.
+ProgramRun runProgram(const QString& program, const QStringList& arguments,
+                      const QList<std::pair<QString, QString>>& environmentChanges)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : environmentChanges) {
+        environment.remove(name);
+        if (!value.isEmpty())
+            environment.insert(name, value);
+    }
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()).trimmed(),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+ProgramRun preview(const QStringList& arguments)
+{
+    return runProgram(QStringLiteral(QFORMS_CLI_PATH), QStringList{u"preview"_s} + arguments,
+                      {{u"QT_QPA_PLATFORM"_s, u"offscreen"_s}});
+}
 
 struct RecordingMessageBox : qf::MessageBox {
     void show(const QString& text, int, const QString&) override { texts << text; }
     QStringList texts;
 };
 
-struct LauncherRun {
-    int exitCode = 0;
-    QString out;
-    QString err;
-};
-
 // The launcher's user folders for one test: settings, sample games, logs.
 class LauncherUser {
 public:
     QString folder(const char* name) const { return m_home.filePath(QLatin1String(name)); }
-    QString hostFolder() const
-    {
-        return host.isEmpty() ? QFileInfo(QStringLiteral(QFORMS_LAUNCHER_PATH)).path() +
-                                    QStringLiteral("/host")
-                              : host;
-    }
-    // Another host folder for the windows this user opens.
-    QString host;
+    // The host folder of the windows this user opens.
+    QString host = builtHost();
+    std::shared_ptr<RecordingMessageBox> messages = std::make_shared<RecordingMessageBox>();
 
-    // Runs the real launcher program.
-    LauncherRun launcher(const QStringList& arguments, bool display = true) const
+    // Runs the real launcher program, with or without a display.
+    ProgramRun launcher(const QStringList& arguments, bool display = true) const
     {
-        QProcess launcher;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder("config"));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder("data"));
-        environment.remove(QStringLiteral("DISPLAY"));
-        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-        if (display)
-            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        else
-            environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-        launcher.setProcessEnvironment(environment);
-        launcher.start(QStringLiteral(QFORMS_LAUNCHER_PATH), arguments);
-        EXPECT_TRUE(launcher.waitForFinished(60000));
-        return {launcher.exitStatus() == QProcess::NormalExit ? launcher.exitCode() : -1,
-                QString::fromUtf8(launcher.readAllStandardOutput()).trimmed(),
-                QString::fromUtf8(launcher.readAllStandardError())};
+        return runProgram(QStringLiteral(QFORMS_LAUNCHER_PATH), arguments,
+                          {{u"XDG_CONFIG_HOME"_s, folder("config")},
+                           {u"XDG_DATA_HOME"_s, folder("data")},
+                           {u"DISPLAY"_s, {}},
+                           {u"WAYLAND_DISPLAY"_s, {}},
+                           {u"QT_QPA_PLATFORM"_s, display ? u"offscreen"_s : QString()}});
     }
     QString printedCommand(int game) const
     {
-        const LauncherRun run = launcher(
-            {QStringLiteral("--game"), QString::number(game), QStringLiteral("--print-command")});
-        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-        return run.out;
+        const ProgramRun printed =
+            launcher({u"--game"_s, QString::number(game), u"--print-command"_s});
+        EXPECT_EQ(printed.exitCode, 0) << printed.err;
+        return printed.out;
     }
 
     std::unique_ptr<LauncherWindow> window(LauncherConfig config = {}) const
     {
         if (config.games.isEmpty())
-            config.games = readLauncherConfig(hostFolder() + QStringLiteral("/launcher.ini")).games;
+            config.games = readLauncherConfig(host + u"/launcher.ini"_s).games;
         auto window = std::make_unique<LauncherWindow>(
-            hostFolder(), config, std::make_shared<qf::IniFileSettingsStore>(folder("config")));
+            host, config, std::make_shared<qf::IniFileSettingsStore>(folder("config")));
         window->setMessageBox(messages);
         return window;
     }
-
-    std::shared_ptr<RecordingMessageBox> messages = std::make_shared<RecordingMessageBox>();
 
 private:
     QTemporaryDir m_home;
 };
 
-template <typename T> T* widget(QWidget& parent, const char* name)
+template <typename T = QWidget> T* widget(QWidget& parent, const char* name)
 {
     T* found = parent.findChild<T*>(QLatin1String(name));
     EXPECT_NE(found, nullptr) << name;
     return found;
 }
 
-void writeScript(const QString& path, const QByteArray& body)
+void chooseMod(QWidget& page, const QString& mod)
 {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + body);
-    file.close();
-    file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
+    auto* mods = widget<QComboBox>(page, "comModSelect");
+    const int row = mods->findText(mod);
+    ASSERT_GT(row, 0) << mod;
+    mods->setCurrentIndex(row);
+    emit mods->activated(row);
 }
 
 QStringList linesOf(const QString& path)
@@ -119,7 +146,20 @@ QStringList linesOf(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+// What an editor does on save: write a new file, rename it over the old one.
+void saveByRename(const QString& path, const QByteArray& from, const QByteArray& to)
+{
+    QFile old(path);
+    QFile fresh(path + u".new"_s);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly) && fresh.open(QIODevice::WriteOnly));
+    QByteArray text = old.readAll();
+    ASSERT_TRUE(text.contains(from));
+    fresh.write(text.replace(from, to));
+    fresh.close();
+    ASSERT_EQ(::rename(qPrintable(fresh.fileName()), qPrintable(path)), 0);
 }
 
 } // namespace
@@ -127,40 +167,27 @@ QStringList linesOf(const QString& path)
 TEST(LauncherEndToEnd, ChoicesMadeInTheWindowAndAcceptedWithOkSurviveARestart)
 {
     LauncherUser user;
-    const QString first = user.printedCommand(3);
-    EXPECT_TRUE(first.contains(QStringLiteral("Hollow Reach/reach.exe")) &&
-                first.contains(QStringLiteral("+exec autoexec.cfg")))
-        << first.toStdString();
-    EXPECT_FALSE(first.contains(QStringLiteral("fs_game")));
-
+    EXPECT_FALSE(user.printedCommand(3).contains(u"fs_game"_s));
     {
         auto window = user.window();
         window->show();
         window->showGame(2);
         GamePage& page = *window->page(2);
-        ASSERT_EQ(page.control().qpGameStatusColour(), QStringLiteral("green"));
-
-        auto* mods = widget<QComboBox>(page, "comModSelect");
-        const int ctf = mods->findText(QStringLiteral("ctf"));
-        ASSERT_GT(ctf, 0);
-        mods->setCurrentIndex(ctf);
-        emit mods->activated(ctf);
-        widget<QCheckBox>(page, "Check1(1)")->click();
-        QTest::keyClicks(widget<QLineEdit>(page, "txtCLP"), QStringLiteral("+set name Tester"));
+        ASSERT_EQ(page.control().qpGameStatusColour(), u"green"_s);
+        chooseMod(page, u"ctf"_s);
+        widget<QAbstractButton>(page, "Check1(1)")->click();
+        QTest::keyClicks(widget(page, "txtCLP"), u"+set name Tester"_s);
         widget<QListWidget>(page, "lstConfig")->setCurrentRow(1);
-        EXPECT_TRUE(widget<QLineEdit>(*window, "commandLine")
-                        ->text()
-                        .contains(QStringLiteral("fs_game ctf")));
+        EXPECT_TRUE(widget<QLineEdit>(*window, "commandLine")->text().contains(u"fs_game ctf"_s));
 
-        widget<QPushButton>(*window, "ok")->click();
+        widget<QAbstractButton>(*window, "ok")->click();
         EXPECT_FALSE(window->isVisible());
     }
-
     const QString restarted = user.printedCommand(3);
-    for (const char* expected : {"+set fs_game ctf", "+exec server.cfg", "+set name Tester"})
-        EXPECT_TRUE(restarted.contains(QLatin1String(expected))) << restarted.toStdString();
-    const LauncherRun remembered = user.launcher({QStringLiteral("--print-command")});
-    EXPECT_EQ(remembered.out, restarted) << "the game shown last opens again";
+    for (const QString& part : {u"Hollow Reach/reach.exe"_s, u"+set fs_game ctf"_s,
+                                u"+exec server.cfg"_s, u"+set name Tester"_s})
+        EXPECT_TRUE(restarted.contains(part)) << restarted;
+    EXPECT_EQ(user.launcher({u"--print-command"_s}).out, restarted) << "the last game opens again";
 }
 
 TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsOpenPagesAndTheLaunchersOwnTexts)
@@ -170,96 +197,89 @@ TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsOpenPagesAndTheLaunchersOwnTex
     auto window = user.window();
     window->showGame(1);
     window->showGame(0);
-    qForms& emberfall = window->page(0)->control();
-    emberfall.widgets().Check1.at(4).setValue(1);
-    ASSERT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
+    // Switching the language builds the page's options anew: look them up each time.
+    const qf::ControlWidgets& emberfall = window->page(0)->control().widgets();
+    emberfall.Check1.at(4).setValue(1);
+    ASSERT_FALSE(emberfall.Combo1.at(1).isEnabled());
 
     window->setLanguageIndex(1);
     EXPECT_EQ(window->page(2), nullptr) << "a page never shown is not built";
     for (int row = 0; row < 2; ++row) {
         const qForms& control = window->page(row)->control();
-        EXPECT_EQ(control.widgets().cmdBrowse.caption(), QStringLiteral("Suchen...")) << row;
-        EXPECT_TRUE(control.qpGameStatus().contains(QStringLiteral("wurde gefunden"))) << row;
+        EXPECT_EQ(control.widgets().cmdBrowse.caption(), u"Suchen..."_s) << row;
+        EXPECT_TRUE(control.qpGameStatus().contains(u"wurde gefunden"_s)) << row;
     }
-    EXPECT_EQ(emberfall.widgets().Check1.at(4).caption(), QStringLiteral("Notmodus"));
-    EXPECT_EQ(emberfall.widgets().Check1.at(4).value(), 1) << "the unsaved choice stays";
-    EXPECT_FALSE(emberfall.widgets().Combo1.at(1).isEnabled());
-    EXPECT_EQ(widget<QPushButton>(*window, "play")->text(), QStringLiteral("Spi&elen"));
+    EXPECT_EQ(emberfall.Check1.at(4).caption(), u"Notmodus"_s);
+    EXPECT_EQ(emberfall.Check1.at(4).value(), 1) << "the unsaved choice stays";
+    EXPECT_FALSE(emberfall.Combo1.at(1).isEnabled());
+    EXPECT_EQ(widget<QAbstractButton>(*window, "play")->text(), u"Spi&elen"_s);
     window->setLanguageIndex(0);
-    EXPECT_EQ(widget<QPushButton>(*window, "play")->text(), QStringLiteral("&Play"));
+    EXPECT_EQ(widget<QAbstractButton>(*window, "play")->text(), u"&Play"_s);
 }
 
 TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnlyForWindowsPrograms)
 {
     LauncherUser user;
     const QString game = user.folder("games/Hollow $Reach \"HD\"");
+    const QString program = game + u"/reach.exe"_s;
     const QString runner = user.folder("runner");
     QDir().mkpath(game);
-    writeScript(runner, "echo run >> \"$0.count\"\n"
-                        "printf '%s\\n' \"$PWD\" \"$@\" > \"$0.args\"\n"
-                        "echo loading; echo \"out of memory\"; exit ${FAKE_EXIT:-0}\n");
-    const QStringList parameters{QStringLiteral("+name"), QStringLiteral("Tes ter"),
-                                 QStringLiteral("$HOME"), QStringLiteral("it's")};
-    struct Case {
+    QFile script(runner);
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(
+        "#!/bin/sh\necho run >> \"$0.count\"\nprintf '%s\\n' \"$PWD\" \"$@\" > \"$0.args\"\n"
+        "echo loading; echo \"out of memory\"; exit ${FAKE_EXIT:-0}\n");
+    script.close();
+    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+    const struct {
         const char* what;
         bool windowsProgram;
         QString configuredRunner;
         int exitCode;
-        bool started;
-        const char* message;
+        bool starts;
+        const char* told; // parts of the message, split at '|'
     } cases[] = {
-        {"Windows program, exit 0", true, runner, 0, true, nullptr},
-        {"Windows program, exit 3", true, runner, 3, true, "exit code 3"},
-        {"Linux program", false, QStringLiteral("/missing/wine"), 0, true, nullptr},
-        {"no runner", true, QStringLiteral("/missing/wine"), 0, false, "Install Wine"},
+        {"Windows program, exit 0", true, runner, 0, true, ""},
+        {"Windows program, exit 3", true, runner, 3, true, "exit code 3|loading\nout of memory"},
+        {"Linux program", false, u"/missing/wine"_s, 0, true, ""},
+        {"no runner", true, u"/missing/wine"_s, 0, false, "Install Wine"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        QFile::remove(runner + QStringLiteral(".count"));
-        QFile::remove(game + QStringLiteral("/reach.exe"));
-        QFile::remove(game + QStringLiteral("/reach.exe.count"));
+        const QString started = c.windowsProgram ? runner : program;
+        for (const QString& stale : {program, started + u".count"_s, started + u".args"_s})
+            QFile::remove(stale);
         if (c.windowsProgram)
-            ASSERT_TRUE(qf::PeImage(qf::PeOptions{}).write(game + QStringLiteral("/reach.exe")));
+            ASSERT_TRUE(qf::PeImage(qf::PeOptions{}).write(program));
         else
-            QFile::copy(runner, game + QStringLiteral("/reach.exe"));
+            QFile::copy(runner, program);
         qputenv("FAKE_EXIT", QByteArray::number(c.exitCode));
         user.messages->texts.clear();
 
         auto window = user.window({{}, c.configuredRunner});
         window->showGame(2);
-        GamePage& page = *window->page(2);
-        page.control().widgets().txtPath.setText(game);
-        page.control().widgets().txtCLP.setText(QStringLiteral("+name \"Tes ter\" $HOME \"it's\""));
+        qf::ControlWidgets& w = window->page(2)->control().widgets();
+        w.txtPath.setText(game);
+        w.txtCLP.setText(u"+name \"Tes ter\" $HOME \"it's\""_s);
         window->play();
         window->play();
-        EXPECT_EQ(window->isRunning(2), c.started);
+        EXPECT_EQ(window->isRunning(2), c.starts);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isRunning(2); }, 20000));
 
-        const QString started = c.windowsProgram ? runner : game + QStringLiteral("/reach.exe");
-        EXPECT_EQ(linesOf(started + QStringLiteral(".count")).size(), c.started ? 1 : 0);
-        if (c.started) {
-            QStringList expected{game};
-            if (c.windowsProgram)
-                expected << game + QStringLiteral("/reach.exe");
-            expected << QStringLiteral("+exec") << QStringLiteral("autoexec.cfg") << parameters;
-            EXPECT_EQ(linesOf(started + QStringLiteral(".args")), expected);
-        }
-        if (c.message) {
-            ASSERT_FALSE(user.messages->texts.isEmpty());
-            EXPECT_TRUE(user.messages->texts.first().contains(QLatin1String(c.message)))
-                << user.messages->texts.first().toStdString();
-        } else {
-            EXPECT_TRUE(user.messages->texts.isEmpty())
-                << user.messages->texts.join(u'|').toStdString();
-        }
-        if (c.exitCode != 0) {
-            EXPECT_TRUE(
-                user.messages->texts.value(0).contains(QStringLiteral("loading\nout of memory")));
-        }
-        EXPECT_EQ(page.control().widgets().txtCLP.text(),
-                  qf::IniFileSettingsStore(user.folder("config"))
-                      .readValue(qf::settings::Application, QStringLiteral("Hollow Reach"),
-                                 qf::settings::CommandLineParameters, QString()))
+        EXPECT_EQ(linesOf(started + u".count"_s).size(), c.starts ? 1 : 0)
+            << "one run for two Plays";
+        const QStringList arguments = QStringList{game} +
+                                      (c.windowsProgram ? QStringList{program} : QStringList()) +
+                                      QStringList{u"+exec"_s,   u"autoexec.cfg"_s, u"+name"_s,
+                                                  u"Tes ter"_s, u"$HOME"_s,        u"it's"_s};
+        EXPECT_EQ(linesOf(started + u".args"_s), c.starts ? arguments : QStringList());
+        const QString told = user.messages->texts.join(u'|');
+        EXPECT_EQ(told.isEmpty(), !*c.told) << told;
+        for (const QString& part : QString::fromUtf8(c.told).split(u'|', Qt::SkipEmptyParts))
+            EXPECT_TRUE(told.contains(part)) << told;
+        EXPECT_EQ(w.txtCLP.text(), qf::IniFileSettingsStore(user.folder("config"))
+                                       .readValue(qf::settings::Application, u"Hollow Reach"_s,
+                                                  qf::settings::CommandLineParameters, QString()))
             << "Play keeps the page's choices first";
     }
     qunsetenv("FAKE_EXIT");
@@ -271,13 +291,12 @@ TEST(LauncherEndToEnd,
     LauncherUser user;
     const SampleInstallations samples(user.folder("games"));
     ASSERT_TRUE(samples.create());
-    const QList<GameEntry> sampleGames =
-        readLauncherConfig(user.hostFolder() + QStringLiteral("/launcher.ini")).games;
+    const QList<GameEntry> sampleGames = readLauncherConfig(user.host + u"/launcher.ini"_s).games;
     qf::IniFileSettingsStore store(user.folder("config"));
     LauncherConfig library;
     for (int i = 0; i < 1000; ++i) {
         GameEntry game = sampleGames.at(i % 3);
-        game.name += QStringLiteral(" %1").arg(i);
+        game.name += u" %1"_s.arg(i);
         // Found, not found, and no folder chosen, in turn.
         const QString folder = i % 3 == 0   ? samples.installationOf(game)
                                : i % 3 == 1 ? user.folder("nowhere")
@@ -289,21 +308,17 @@ TEST(LauncherEndToEnd,
 
     auto window = user.window(library);
     window->showGame(0);
-    EXPECT_EQ(window->builtPageCount(), 1);
     window->checkRemainingGames();
     EXPECT_EQ(window->builtPageCount(), 1);
-    for (int row : {1, 2, 3, 998}) {
-        const QString listed = window->listColour(row);
-        EXPECT_FALSE(listed.isEmpty()) << row;
+    const QString colours[] = {u"green"_s, u"red"_s, u"yellow"_s};
+    for (int row : {0, 1, 2, 3, 998}) {
+        EXPECT_EQ(window->listColour(row), colours[row % 3]) << row;
         window->showGame(row);
-        EXPECT_EQ(window->page(row)->control().qpGameStatusColour(), listed) << row;
+        EXPECT_EQ(window->page(row)->control().qpGameStatusColour(), colours[row % 3]) << row;
     }
-    EXPECT_EQ(window->listColour(0), QStringLiteral("green"));
-    EXPECT_EQ(window->listColour(1), QStringLiteral("red"));
-    EXPECT_EQ(window->listColour(2), QStringLiteral("yellow"));
 
     auto* list = widget<QListWidget>(*window, "games");
-    widget<QLineEdit>(*window, "filter")->setText(QStringLiteral("stonewake 9"));
+    widget<QLineEdit>(*window, "filter")->setText(u"stonewake 9"_s);
     int shown = 0;
     for (int row = 0; row < list->count(); ++row)
         shown += list->item(row)->isHidden() ? 0 : 1;
@@ -314,45 +329,42 @@ TEST(LauncherEndToEnd, WrongArgumentsAreExplainedAndHelpAndVersionNeedNoDisplay)
 {
     LauncherUser user;
     const struct {
-        QStringList arguments;
+        const char* arguments;
         bool display;
         int exitCode;
         const char* said;
     } cases[] = {
-        {{QStringLiteral("--game"), QStringLiteral("4")}, true, 2, "no game 4"},
-        {{QStringLiteral("--game"), QStringLiteral("x")}, true, 2, "--game needs a game number"},
-        {{QStringLiteral("--language"), QStringLiteral("7")}, true, 2, "no language \"7\""},
-        {{QStringLiteral("--screenshot"), user.folder("missing/shot.png")},
-         true,
-         2,
-         "cannot be saved"},
-        {{QStringLiteral("--bogus")}, true, 2, "Unknown option 'bogus'"},
-        {{}, false, 2, "no display"},
-        {{QStringLiteral("--help")}, false, 0, "--print-command"},
-        {{QStringLiteral("--version")}, false, 0, "qforms-launcher 1."},
+        {"--game 4", true, 2, "no game 4"},
+        {"--game x", true, 2, "--game needs a game number"},
+        {"--language 7", true, 2, "no language \"7\""},
+        {"--screenshot /no/such/folder/shot.png", true, 2, "cannot be saved"},
+        {"--bogus", true, 2, "Unknown option 'bogus'"},
+        {"", false, 2, "no display"},
+        {"--help", false, 0, "--print-command"},
+        {"--version", false, 0, "qforms-launcher 1."},
     };
     for (const auto& c : cases) {
-        const LauncherRun run = user.launcher(c.arguments, c.display);
-        const QString said = c.exitCode == 0 ? run.out : run.err;
-        EXPECT_EQ(run.exitCode, c.exitCode) << c.arguments.join(u' ').toStdString();
-        EXPECT_TRUE(said.contains(QLatin1String(c.said))) << said.toStdString();
+        const ProgramRun result = user.launcher(
+            QString::fromLatin1(c.arguments).split(u' ', Qt::SkipEmptyParts), c.display);
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.arguments;
+        EXPECT_TRUE((c.exitCode == 0 ? result.out : result.err).contains(QLatin1String(c.said)))
+            << c.arguments << result.out << result.err;
     }
 }
 
 TEST(LauncherEndToEnd, AnEditThatCannotOpenTheConfigFileTellsWhatToInstall)
 {
     LauncherUser user;
-    for (const QString& editor : {user.folder("no-editor"), QStringLiteral("false")}) {
+    for (const QString& editor : {user.folder("no-editor"), u"false"_s}) {
         auto window = user.window();
         window->setEditor(editor);
         window->showGame(0);
         user.messages->texts.clear();
         window->page(0)->control().widgets().cmdEdit.press();
         ASSERT_TRUE(QTest::qWaitFor([&] { return !user.messages->texts.isEmpty(); }, 10000))
-            << editor.toStdString();
-        EXPECT_TRUE(user.messages->texts.first().contains(QStringLiteral("video.cfg")) &&
-                    user.messages->texts.first().contains(QStringLiteral("xdg-utils")))
-            << user.messages->texts.first().toStdString();
+            << editor;
+        const QString told = user.messages->texts.first();
+        EXPECT_TRUE(told.contains(u"video.cfg"_s) && told.contains(u"xdg-utils"_s)) << told;
     }
 }
 
@@ -367,44 +379,31 @@ TEST(LauncherEndToEnd, TabGoesFromTheListThroughThePageToTheButtonsAndEveryField
     QApplication::processEvents();
 
     // The mod check box is greyed until a mod is chosen, so Tab passes it.
-    ASSERT_FALSE(widget<QCheckBox>(*window, "chkModCheck")->isEnabled());
-    widget<QLineEdit>(*window, "filter")->setFocus();
+    ASSERT_FALSE(widget(*window, "chkModCheck")->isEnabled());
+    widget(*window, "filter")->setFocus();
     QStringList visited;
     for (int i = 0; i < 18 && QApplication::focusWidget(); ++i) {
         visited << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    const QStringList expected =
-        QStringLiteral(
-            "filter games txtPath cmdBrowse comModSelect txtCLP lstConfig cmdEdit "
-            "Check1(1) Check1(2) Text1(1) commandLine play openLog ok cancel language filter")
-            .split(u' ');
-    EXPECT_EQ(visited, expected);
+    EXPECT_EQ(visited.join(u' '), u"filter games txtPath cmdBrowse comModSelect txtCLP lstConfig "
+                                  "cmdEdit Check1(1) Check1(2) Text1(1) commandLine play openLog "
+                                  "ok cancel language filter"_s);
 
-    const qf::ControlWidgets& w = window->page(2)->control().widgets();
-    const struct {
-        const char* field;
-        QString caption;
-    } names[] = {{"txtPath", w.lblPath.caption()},
-                 {"txtCLP", w.lblCLP.caption()},
-                 {"lstConfig", w.lblSelectConfig.caption()},
-                 {"comModSelect", w.chkModCheck.caption()},
-                 {"Text1(1)", w.Label1.at(1).caption()}};
-    for (const auto& name : names) {
-        ASSERT_FALSE(name.caption.trimmed().isEmpty()) << name.field;
-        EXPECT_EQ(widget<QWidget>(*window, name.field)->accessibleName(), name.caption.trimmed())
-            << name.field;
-    }
+    // Each field is named by the caption beside or above it.
+    QStringList names;
+    for (const char* field : {"txtPath", "txtCLP", "lstConfig", "comModSelect", "Text1(1)"})
+        names << widget(*window, field)->accessibleName();
+    EXPECT_EQ(names.join(u'|'), u"Hollow Reach: folder or program|Additional command-line "
+                                "parameters|Config file:|Always load the mod|Player name:"_s);
 
     // The mod's description is longer than its box: the tooltip shows it whole.
-    auto* mods = widget<QComboBox>(*window, "comModSelect");
-    const int ctf = mods->findText(QStringLiteral("ctf"));
-    mods->setCurrentIndex(ctf);
-    emit mods->activated(ctf);
+    chooseMod(*window, u"ctf"_s);
     QApplication::processEvents();
-    ASSERT_TRUE(w.lblModName.caption().startsWith(QStringLiteral("Capture the Flag")));
-    EXPECT_EQ(widget<QWidget>(*window, "lblModName")->toolTip(), w.lblModName.caption());
-    EXPECT_EQ(widget<QWidget>(*window, "cmdBrowse")->toolTip(), QString()) << "it fits";
+    const QString description = window->page(2)->control().widgets().lblModName.caption();
+    ASSERT_TRUE(description.startsWith(u"Capture the Flag"_s));
+    EXPECT_EQ(widget(*window, "lblModName")->toolTip(), description);
+    EXPECT_EQ(widget(*window, "cmdBrowse")->toolTip(), QString()) << "it fits";
 }
 
 // Root writes into read-only folders, so the window runs as nobody then, in a
@@ -413,13 +412,8 @@ TEST(LauncherEndToEnd, TabGoesFromTheListThroughThePageToTheButtonsAndEveryField
 TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
 {
     QTemporaryDir shared;
-    const QString host = shared.filePath(QStringLiteral("host"));
-    ASSERT_EQ(QProcess::execute(QStringLiteral("cp"),
-                                {QStringLiteral("-r"), LauncherUser().hostFolder(), host}),
-              0);
-    ASSERT_EQ(QProcess::execute(QStringLiteral("chmod"),
-                                {QStringLiteral("-R"), QStringLiteral("a+rX"), shared.path()}),
-              0);
+    const QString host = copyOfBuiltHost(shared);
+    ASSERT_EQ(QProcess::execute(u"chmod"_s, {u"-R"_s, u"a+rX"_s, shared.path()}), 0);
     const pid_t child = ::fork();
     if (child == 0) {
         if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0))
@@ -427,32 +421,28 @@ TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
         {
             LauncherUser user;
             user.host = host;
-            if (!QDir().mkpath(user.folder("config")))
+            const QString config = user.folder("config");
+            if (!QDir().mkpath(config))
                 ::_exit(4);
             auto window = user.window();
             window->show();
             window->showGame(0);
             qf::TextBox& path = window->page(0)->control().widgets().txtPath;
-            path.setText(QStringLiteral("/games/mine"));
-            QFile::setPermissions(user.folder("config"), QFile::ReadOwner | QFile::ExeOwner);
-            auto* ok = widget<QPushButton>(*window, "ok");
+            path.setText(u"/games/mine"_s);
+            QFile::setPermissions(config, QFile::ReadOwner | QFile::ExeOwner);
             auto* failure = widget<QLabel>(*window, "saveFailure");
 
-            ok->click();
-            EXPECT_TRUE(window->isVisible());
-            EXPECT_TRUE(failure->isVisible());
-            EXPECT_TRUE(failure->text().contains(QStringLiteral("Permission denied")))
-                << failure->text().toStdString();
-            EXPECT_EQ(path.text(), QStringLiteral("/games/mine"));
+            widget<QAbstractButton>(*window, "ok")->click();
+            EXPECT_TRUE(window->isVisible() && failure->isVisible());
+            EXPECT_TRUE(failure->text().contains(u"Permission denied"_s)) << failure->text();
+            EXPECT_EQ(path.text(), u"/games/mine"_s);
 
-            QFile::setPermissions(user.folder("config"),
-                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-            ok->click();
+            QFile::setPermissions(config, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            widget<QAbstractButton>(*window, "ok")->click();
             EXPECT_FALSE(window->isVisible());
-            EXPECT_EQ(qf::IniFileSettingsStore(user.folder("config"))
-                          .readValue(QStringLiteral("Quillmarsh 2"), window->page(0)->game().name,
-                                     QStringLiteral("Path"), {}),
-                      QStringLiteral("/games/mine"));
+            EXPECT_EQ(qf::IniFileSettingsStore(config).readValue(
+                          u"Quillmarsh 2"_s, window->page(0)->game().name, u"Path"_s, {}),
+                      u"/games/mine"_s);
         }
         std::fflush(stdout);
         ::_exit(::testing::Test::HasFailure() ? 1 : 0);
@@ -460,4 +450,93 @@ TEST(LauncherEndToEnd, OkOnAReadOnlyStoreShowsWhyAndKeepsTheWindowAndTheChoices)
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+}
+
+TEST(Preview, DrawsTheSamePixelsAsTheLaunchersPageAndRefusesWhatCannotRun)
+{
+    QTemporaryDir dir;
+    const QString emberfall = builtHost() + u"/Data/emberfall.qgd"_s;
+    const QString image = dir.filePath(u"page.png"_s);
+    const QString doubled = dir.filePath(u"doubled.png"_s);
+    const ProgramRun drawn = preview({emberfall, u"-o"_s, image});
+    ASSERT_EQ(drawn.exitCode, 0) << drawn.err;
+    ASSERT_EQ(preview({emberfall, u"--scale"_s, u"2"_s, u"--language"_s, u"1"_s, u"-o"_s, doubled})
+                  .exitCode,
+              0);
+
+    LauncherUser user;
+    auto window = user.window();
+    window->show();
+    window->showGame(0);
+    const QImage launcher = window->page(0)->findChild<qf::ControlView*>()->grab().toImage();
+    EXPECT_TRUE(QImage(image).convertToFormat(QImage::Format_ARGB32) ==
+                launcher.convertToFormat(QImage::Format_ARGB32));
+    EXPECT_EQ(QImage(doubled).size(), launcher.size() * 2);
+
+    // A file in no Data folder. (A host without language texts is fine: the
+    // library brings its own.)
+    const QString loose = dir.filePath(u"loose.qgd"_s);
+    QFile::copy(emberfall, loose);
+    const QStringList cannotRun[] = {
+        {dir.filePath(u"missing.qgd"_s), u"--app-path"_s, builtHost(), u"-o"_s, image},
+        {loose, u"-o"_s, image},
+        {emberfall, u"--scale"_s, u"x"_s, u"-o"_s, image},
+        {emberfall},
+        {emberfall, u"-o"_s, dir.filePath(u"no/such/folder/page.png"_s)},
+    };
+    for (const QStringList& arguments : cannotRun)
+        EXPECT_EQ(preview(arguments).exitCode, 2) << arguments.join(u' ');
+}
+
+TEST(PreviewWindow, RebuildsWhenTheFileIsRenamedOverAndFramesTheWidgetOfAFindingsEntry)
+{
+    QTemporaryDir dir;
+    const QString host = copyOfBuiltHost(dir);
+    const QString file = host + u"/Data/emberfall.qgd"_s;
+    int lints = 0;
+    const auto lint = [&](const QString& path) {
+        ++lints;
+        return qf::lint::Findings{{path, 40, 1, qf::lint::Severity::Warning, u"m"_s, u"c"_s, 15},
+                                  {path, 0, 0, qf::lint::Severity::Note, u"m"_s, u"c"_s, 0}};
+    };
+    qf::preview::PreviewWindow window({file, host, 0}, lint);
+    window.show();
+    window.move(40, 30);
+    window.resize(1100, 420);
+    const QRect placed = window.geometry();
+    QSignalSpy rebuilt(&window, &qf::preview::PreviewWindow::rebuilt);
+    const auto view = [&] { return window.page()->findChild<qf::ControlView*>(); };
+    const auto label = [&] {
+        return qobject_cast<QLabel*>(
+            view()->viewOf(window.page()->control().widgets().Label1.at(2)));
+    };
+
+    // Twice: the first rename takes the file out of the watcher.
+    const char* captions[] = {"212", "Volume", "Loudness"};
+    for (int i = 1; i < 3; ++i) {
+        saveByRename(file, QByteArray("Control15Caption=") + captions[i - 1],
+                     QByteArray("Control15Caption=") + captions[i]);
+        const QString shown = QString::fromLatin1(captions[i]).toLower();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return label()->text() == shown; }, 5000))
+            << label()->text();
+    }
+    EXPECT_EQ(window.geometry(), placed);
+    EXPECT_EQ(lints, 1 + rebuilt.size());
+
+    // A finding's entry is the n-th of its kind.
+    const qf::ControlWidgets& w = window.page()->control().widgets();
+    const struct {
+        int entry;
+        const qf::Widget* widget;
+    } entries[] = {{1, &w.Frame1.at(1)},  {3, &w.Option1.at(2)}, {8, &w.Label1.at(1)},
+                   {10, &w.Frame1.at(2)}, {15, &w.Label1.at(2)}, {17, &w.Check1.at(9)},
+                   {18, &w.Line1.at(1)},  {21, &w.Text1.at(2)},  {0, nullptr},
+                   {22, nullptr}};
+    for (const auto& e : entries)
+        EXPECT_EQ(qf::preview::entryWidget(file, e.entry, w), e.widget) << e.entry;
+    ASSERT_TRUE(window.showFinding(0));
+    EXPECT_TRUE(window.highlight()->geometry().contains(
+        QRect(label()->mapTo(view(), QPoint(0, 0)), label()->size())));
+    EXPECT_FALSE(window.showFinding(1));
+    EXPECT_EQ(window.highlight(), nullptr);
 }
