@@ -43,7 +43,6 @@ TEST(IniLanguageTextProvider, LooksUpTheLanguageThenLanguageZeroThenTheBuiltInTe
     const QString host0 = IniLanguageTextProvider::languageFile(bare, 0);
     EXPECT_EQ(provider.text(u"0053"_s, bare), u"Folder"_s);
     EXPECT_EQ(provider.text(u"1053"_s, bare), u": Ordner oder Programm"_s);
-    EXPECT_EQ(provider.text(u"1038"_s, bare), u"Suchen..."_s);
     EXPECT_EQ(provider.text(u"2053"_s, bare), u"Folder"_s);
     EXPECT_EQ(provider.text(u"0038"_s, bare + u"/elsewhere"_s), u"Browse..."_s);
 

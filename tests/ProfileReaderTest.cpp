@@ -80,7 +80,7 @@ TEST(ProfileReader, DecodesEachEncodingAndANulEndsTheNameOrValueItIsIn)
     EXPECT_EQ(decodeWindows1252("\xC3\xA9"), u"Ã©"_s);
 }
 
-TEST(ProfileReader, ReparsesOnlyChangedFiles)
+TEST(ProfileReader, ReparsesOnlyChangedFilesAndCachesThe64MostRecentlyUsed)
 {
     TestHost host;
     const QString file = host.filePath(u"game.qgd"_s);
@@ -111,20 +111,17 @@ TEST(ProfileReader, ReparsesOnlyChangedFiles)
     ASSERT_EQ(::utimensat(AT_FDCWD, native.constData(), times, 0), 0);
     EXPECT_NE(loadProfile(file), second);
     EXPECT_EQ(read(file, u"k"_s), u"seven"_s);
-}
 
-TEST(ProfileReader, CacheKeeps64FilesAndDropsTheLeastRecentlyUsed)
-{
-    TestHost host;
-    const auto file = [&](int i) { return host.filePath(u"f%1.ini"_s.arg(i)); };
+    // The cache keeps 64 files and drops the least recently used.
+    const auto numbered = [&](int i) { return host.filePath(u"f%1.ini"_s.arg(i)); };
     for (int i = 0; i <= 64; ++i)
         host.write(u"f%1.ini"_s.arg(i), "[Sec]\nk=1\n");
-    const auto used = loadProfile(file(0));
-    const auto oldest = loadProfile(file(1));
+    const auto used = loadProfile(numbered(0));
+    const auto oldest = loadProfile(numbered(1));
     for (int i = 2; i < 64; ++i)
-        loadProfile(file(i));
-    EXPECT_EQ(loadProfile(file(0)), used);
-    loadProfile(file(64));
-    EXPECT_EQ(loadProfile(file(0)), used);
-    EXPECT_NE(loadProfile(file(1)), oldest);
+        loadProfile(numbered(i));
+    EXPECT_EQ(loadProfile(numbered(0)), used);
+    loadProfile(numbered(64));
+    EXPECT_EQ(loadProfile(numbered(0)), used);
+    EXPECT_NE(loadProfile(numbered(1)), oldest);
 }

@@ -22,17 +22,17 @@ QString place(const qf::Widget& w)
 
 // Everything a player and the settings file see of one sample game after a
 // build, a load, a click on every check box and a save.
-QStringList runSampleGame(const QString& qgd, const QString& name, const QString& versionType,
-                          std::shared_ptr<qf::SkipObserver> observer)
+// The game is its data file, name and version type.
+QStringList runSampleGame(const QStringList& game, std::shared_ptr<qf::SkipObserver> observer)
 {
     QTemporaryDir config;
     qForms control;
     control.setSettingsStore(std::make_shared<qf::IniFileSettingsStore>(config.path()));
     control.setAppPath(QFORMS_SOURCE_DIR u"/data/host"_s);
-    control.setQpGameName(name);
-    control.setQpQGD(qgd);
+    control.setQpGameName(game[1]);
+    control.setQpQGD(game[0]);
     control.setQpGameApplication(u"game.exe"_s);
-    control.setQpVersionType(versionType);
+    control.setQpVersionType(game[2]);
     control.setQpUseConfigs(true);
     control.setQpUseModSelection(true);
     control.setQpLanguageIndex(1);
@@ -74,9 +74,7 @@ TEST(SkipObserver, WatchingTheRoutinesChangesNothingTheyDo)
     int reported = 0;
     for (const QStringList& g : games) {
         const auto recorder = std::make_shared<Recorder>();
-        EXPECT_EQ(runSampleGame(g[0], g[1], g[2], nullptr),
-                  runSampleGame(g[0], g[1], g[2], recorder))
-            << g[0].toStdString();
+        EXPECT_EQ(runSampleGame(g, nullptr), runSampleGame(g, recorder)) << g[0].toStdString();
         reported += recorder->steps;
     }
     EXPECT_GT(reported, 0) << "the observer was told nothing, so the test compared nothing";
