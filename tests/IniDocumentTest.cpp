@@ -13,7 +13,7 @@ TEST(IniDocument, LineEndingsBlanksAndNamesWithoutRegardToCase)
     EXPECT_EQ(doc.value(u"A", u"k2"), u"v2"_s);
     EXPECT_EQ(doc.value(u"A", u"KZ"), u"v3"_s);
     EXPECT_EQ(doc.value(u"sec one", u"key"), u"a  b"_s);
-    EXPECT_EQ(doc.value(u"  Sec One\t", u" KEY "), u"a  b"_s);
+    EXPECT_EQ(doc.value(u"  Sec One\t", u" KEY\r"), u"a  b"_s);
     EXPECT_EQ(doc.value(u"sec one", u"k4"), QString());
     EXPECT_EQ(doc.value(u"secone", u"key"), std::nullopt);
 

@@ -58,11 +58,13 @@ TEST(ProfileReader, DecodesEachEncodingAndANulEndsTheNameOrValueItIsIn)
     const QString file = host.filePath(u"nul.ini"_s);
     const char raw[] = "[Sec\0tion] tail\na=x\0y\nb=\"q\0\"\nke\0y=v\nc=after\n[\0]\nhidden=1\n";
     const QByteArray text(raw, sizeof raw - 1);
-    // The same text as UTF-8, as Windows-1252 (a byte that is not UTF-8) and as UTF-16.
+    // The same text as UTF-8 with and without BOM, as Windows-1252 (a byte that is not
+    // UTF-8) and as UTF-16.
     const QString wide = QString::fromLatin1(text);
     const QByteArray utf16(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2);
-    for (const QByteArray& bytes : {text, text + "\xE9=1", "\xFF\xFE" + utf16}) {
-        host.write(u"nul.ini"_s, bytes);
+    for (const QByteArray& data :
+         {text, "\xEF\xBB\xBF" + text, text + "\xE9=1", "\xFF\xFE" + utf16}) {
+        host.write(u"nul.ini"_s, data);
         EXPECT_EQ(read(file, u"a"_s, u"-"_s), u"x"_s);
         EXPECT_EQ(read(file, u"b"_s, u"-"_s), u"\"q"_s);
         EXPECT_EQ(read(file, u"ke"_s, u"-"_s), u"v"_s);
@@ -75,7 +77,7 @@ TEST(ProfileReader, DecodesEachEncodingAndANulEndsTheNameOrValueItIsIn)
     EXPECT_EQ(decodeText("caf\xE9 \x80 \x81\x9F"), u"café € \u0081Ÿ"_s);
     EXPECT_EQ(decodeText("caf\xC3\xA9"), u"café"_s);
     EXPECT_EQ(decodeText("\xC3\x28"), u"Ã("_s);
-    EXPECT_EQ(decodeText("\xEF\xBB\xBF\x61\xE2\x82\xAC"), u"a€"_s);
+    EXPECT_EQ(decodeText("\xFF\xFE"), QString());
     EXPECT_EQ(decodeText(QByteArray::fromHex("feff006120ac")), u"a€"_s);
     EXPECT_EQ(decodeWindows1252("\xC3\xA9"), u"Ã©"_s);
 }
