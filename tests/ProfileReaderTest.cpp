@@ -101,7 +101,7 @@ TEST(ProfileReader, ReparsesOnlyChangedFilesAndCachesThe64MostRecentlyUsed)
     const QByteArray native = QFile::encodeName(file);
     struct stat st {};
     ASSERT_EQ(::stat(native.constData(), &st), 0);
-    struct timespec times[2] = {{0, UTIME_OMIT}, st.st_mtim};
+    decltype(st.st_mtim) times[2] = {{0, UTIME_OMIT}, st.st_mtim};
     {
         QFile inPlace(file);
         ASSERT_TRUE(inPlace.open(QIODevice::ReadWrite));
