@@ -16,23 +16,23 @@ struct Recorder : qf::SkipObserver {
 
 QString place(const qf::Widget& w)
 {
-    return u"%1,%2,%3,%4,%5"_s.arg(w.left()).arg(w.top()).arg(w.width()).arg(w.height()).arg(
-        w.isVisible());
+    return QString::asprintf("%g,%g,%g,%g,%d", w.left(), w.top(), w.width(), w.height(),
+                             int(w.isVisible()));
 }
 
 // Everything a player and the settings file see of one sample game after a
 // build, a load, a click on every check box and a save.
-QStringList runSampleGame(const QString& qgd, const QString& name, const QString& versionType,
-                          std::shared_ptr<qf::SkipObserver> observer)
+// The game is its data file, name and version type.
+QStringList runSampleGame(const QStringList& game, std::shared_ptr<qf::SkipObserver> observer)
 {
     QTemporaryDir config;
     qForms control;
     control.setSettingsStore(std::make_shared<qf::IniFileSettingsStore>(config.path()));
-    control.setAppPath(QStringLiteral(QFORMS_SOURCE_DIR "/data/host"));
-    control.setQpGameName(name);
-    control.setQpQGD(qgd);
+    control.setAppPath(QFORMS_SOURCE_DIR u"/data/host"_s);
+    control.setQpGameName(game[1]);
+    control.setQpQGD(game[0]);
     control.setQpGameApplication(u"game.exe"_s);
-    control.setQpVersionType(versionType);
+    control.setQpVersionType(game[2]);
     control.setQpUseConfigs(true);
     control.setQpUseModSelection(true);
     control.setQpLanguageIndex(1);
@@ -41,7 +41,7 @@ QStringList runSampleGame(const QString& qgd, const QString& name, const QString
     control.qInitCustomControls();
     control.qLoadSettings();
     auto& w = control.widgets();
-    w.txtPath.setText(QStringLiteral(QFORMS_SOURCE_DIR "/data"));
+    w.txtPath.setText(QFORMS_SOURCE_DIR u"/data"_s);
     for (int i = 1; i <= w.Check1.upperBound(); ++i)
         if (w.Check1.exists(i))
             w.Check1.at(i).setValue(w.Check1.at(i).value() == 1 ? 0 : 1);
@@ -68,20 +68,13 @@ QStringList runSampleGame(const QString& qgd, const QString& name, const QString
 
 TEST(SkipObserver, WatchingTheRoutinesChangesNothingTheyDo)
 {
-    const struct {
-        const char* qgd;
-        const char* name;
-        const char* versionType;
-    } games[] = {{"emberfall.qgd", "Emberfall", "2"},
-                 {"stonewake.qgd", "Stonewake", "1"},
-                 {"hollowreach.qgd", "Hollow Reach", "0"}};
+    const QStringList games[] = {{u"emberfall.qgd"_s, u"Emberfall"_s, u"2"_s},
+                                 {u"stonewake.qgd"_s, u"Stonewake"_s, u"1"_s},
+                                 {u"hollowreach.qgd"_s, u"Hollow Reach"_s, u"0"_s}};
     int reported = 0;
-    for (const auto& g : games) {
+    for (const QStringList& g : games) {
         const auto recorder = std::make_shared<Recorder>();
-        const QString qgd = QLatin1String(g.qgd), name = QLatin1String(g.name);
-        EXPECT_EQ(runSampleGame(qgd, name, QLatin1String(g.versionType), nullptr),
-                  runSampleGame(qgd, name, QLatin1String(g.versionType), recorder))
-            << g.qgd;
+        EXPECT_EQ(runSampleGame(g, nullptr), runSampleGame(g, recorder)) << g[0].toStdString();
         reported += recorder->steps;
     }
     EXPECT_GT(reported, 0) << "the observer was told nothing, so the test compared nothing";
