@@ -154,6 +154,9 @@ TEST_F(PeVersion, HostileHeadersDirectoriesAndBlocksReadAsZero)
 {
     const std::pair<const char*, std::function<void(PeImage&)>> damages[] = {
         {"no MZ signature", [](PeImage& i) { i.set16(0, 0x5A4E); }},
+        // The PE signature lies six bytes before the section count.
+        {"no PE signature", [](PeImage& i) { i.set32(i.sectionCount - 6, 0x4551); }},
+        {"only two data directories", [](PeImage& i) { i.set32(i.resourceDirectory - 20, 2); }},
         {"cyclic directories", [](PeImage& i) { i.makeDirectoryCyclic(); }},
         {"PE header past the end", [](PeImage& i) { i.set32(0x3C, 0xFFFFFFF0); }},
         {"65535 sections", [](PeImage& i) { i.set16(i.sectionCount, 0xFFFF); }},
