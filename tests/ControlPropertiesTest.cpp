@@ -12,46 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 using qf::Widget;
 
-TEST(ControlProperties, AFreshControlIsEmptyAndShowsItsDesignTimeWidgets)
-{
-    qForms control;
-    for (const char* name : {"qpGameName", "qpGamePath", "qpGameApplication", "qpGameBase",
-                             "qpVersionType", "qpQGD", "AppPath", "qpGameStatusColour"})
-        EXPECT_EQ(control.property(name).toString(), QString()) << name;
-    for (const char* name :
-         {"qpUseModSelection", "qpUseAdditionalCommandLineParameters", "qpUseConfigs"})
-        EXPECT_FALSE(control.property(name).toBool()) << name;
-    EXPECT_EQ(control.qpLanguageIndex(), 0);
-
-    const auto& w = control.widgets();
-    EXPECT_EQ(control.qpGameStatus(), w.lblStatus.caption());
-    EXPECT_FALSE(control.qpGameStatus().isEmpty());
-    EXPECT_EQ((QStringList{w.cmdBrowse.caption(), w.lblPath.caption(), w.frameStatus.caption()}),
-              (QStringList{u"038"_s, u"053"_s, u"054"_s}));
-    EXPECT_EQ(w.lblStatus.foreColor(), 0x00FF00u);
-    EXPECT_EQ(w.lblStatus.look().backColor, 0x000000u);
-    EXPECT_TRUE(w.lblStatus.look().bold);
-    EXPECT_EQ(w.lstConfig.pattern(), u"*.cfg"_s);
-    EXPECT_EQ(w.lstFiles.pattern(), u"*.pk3"_s);
-
-    for (const Widget* shown : std::initializer_list<const Widget*>{
-             &w.frame, &w.lblPath, &w.txtPath, &w.cmdBrowse, &w.frameStatus, &w.lblStatus})
-        EXPECT_TRUE(shown->isVisible()) << qPrintable(shown->name());
-    for (const Widget* hidden : std::initializer_list<const Widget*>{
-             &w.chkModCheck, &w.comModSelect, &w.lblModName, &w.lblCLP, &w.txtCLP,
-             &w.lblSelectConfig, &w.lstConfig, &w.cmdEdit, &w.Temp, &w.Check1.templateWidget(),
-             &w.Line1.templateWidget(), &w.Text1.templateWidget()})
-        EXPECT_FALSE(hidden->isVisible()) << qPrintable(hidden->name());
-
-    EXPECT_EQ(QRectF(w.txtPath.left(), w.txtPath.top(), w.txtPath.width(), w.txtPath.height()),
-              QRectF(120, 480, 5175, 285));
-    EXPECT_EQ(w.lblStatus.container(), &w.frameStatus);
-    EXPECT_EQ(w.lstAVA.container(), &w.Temp);
-    EXPECT_EQ(w.Option1.templateWidget().left(), 2760);
-    EXPECT_EQ(w.Line1.templateWidget().x2(), 5280);
-}
-
-TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMetaObject)
+TEST(ControlProperties, PropertiesStartEmptyAndReadBackThroughTheMetaObjectExceptTheReadOnly)
 {
     qForms control;
     const struct {
@@ -69,20 +30,53 @@ TEST(ControlProperties, TextAndBooleanPropertiesReadBackWhatWasSetThroughTheMeta
         {"qpUseConfigs", true},
     };
     for (const auto& c : cases) {
+        EXPECT_EQ(control.property(c.name), QVariant(c.value.metaType())) << "fresh " << c.name;
         EXPECT_TRUE(control.setProperty(c.name, c.value)) << c.name;
         EXPECT_EQ(control.property(c.name), c.value) << c.name;
     }
+    EXPECT_EQ(control.qpVersionType(), QString());
+    EXPECT_EQ(control.qpGameStatusColour(), QString());
+    EXPECT_EQ(control.qpLanguageIndex(), 0);
     EXPECT_FALSE(control.setProperty("qpGameStatus", u"forged"_s));
     EXPECT_FALSE(control.setProperty("qpGameStatusColour", u"green"_s));
+    for (const char* choice : {"chosenMod", "chosenConfig", "additionalParameters", "programPath"})
+        EXPECT_FALSE(control.setProperty(choice, u"forged"_s)) << choice;
 
     const QMetaObject* meta = control.metaObject();
     EXPECT_STREQ(meta->classInfo(meta->indexOfClassInfo("qpGameStatusColour")).value(),
                  "Colour of detection bar.");
     EXPECT_GE(meta->indexOfSignal("StatusChange()"), 0);
-    // The thirteen of the component, and the player's four choices, read only.
+    // The thirteen of the component, and the player's four choices.
     EXPECT_EQ(meta->propertyCount() - meta->propertyOffset(), 17);
-    for (const char* choice : {"chosenMod", "chosenConfig", "additionalParameters", "programPath"})
-        EXPECT_FALSE(control.setProperty(choice, u"forged"_s)) << choice;
+}
+
+TEST(ControlProperties, AFreshControlShowsItsDesignTimeWidgets)
+{
+    const qForms control;
+    const auto& w = control.widgets();
+    EXPECT_EQ(control.qpGameStatus(), w.lblStatus.caption());
+    EXPECT_FALSE(control.qpGameStatus().isEmpty());
+    EXPECT_EQ((QStringList{w.cmdBrowse.caption(), w.lblPath.caption(), w.frameStatus.caption()}),
+              (QStringList{u"038"_s, u"053"_s, u"054"_s}));
+    EXPECT_EQ(w.lblStatus.foreColor(), 0x00FF00u);
+    EXPECT_EQ(w.lblStatus.look().backColor, 0x000000u);
+    EXPECT_TRUE(w.lblStatus.look().bold);
+    EXPECT_EQ(w.lstConfig.pattern(), u"*.cfg"_s);
+    EXPECT_EQ(w.lstFiles.pattern(), u"*.pk3"_s);
+
+    for (const Widget* shown : std::initializer_list<const Widget*>{
+             &w.frame, &w.lblPath, &w.txtPath, &w.cmdBrowse, &w.frameStatus, &w.lblStatus})
+        EXPECT_TRUE(shown->isVisible()) << shown->name();
+    for (const Widget* hidden : std::initializer_list<const Widget*>{
+             &w.chkModCheck, &w.comModSelect, &w.lblModName, &w.lblCLP, &w.txtCLP,
+             &w.lblSelectConfig, &w.lstConfig, &w.cmdEdit, &w.Temp, &w.Check1.templateWidget(),
+             &w.Line1.templateWidget(), &w.Text1.templateWidget()})
+        EXPECT_FALSE(hidden->isVisible()) << hidden->name();
+
+    EXPECT_EQ(QRectF(w.txtPath.left(), w.txtPath.top(), w.txtPath.width(), w.txtPath.height()),
+              QRectF(120, 480, 5175, 285));
+    EXPECT_EQ(w.lblStatus.container(), &w.frameStatus);
+    EXPECT_EQ(w.lstAVA.container(), &w.Temp);
 }
 
 TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOnce)

@@ -188,8 +188,7 @@ TEST_F(DialogsTest, TheEditorGetsTheSelectedFileAsOneArgumentThatNoShellSees)
     host.write(u"component/Data/Arena/Configs/"_s + name, "");
     control.setQpGameApplication(u"arena.exe"_s);
     w.cmdEdit.press();
-    EXPECT_EQ(editor.waitForArguments(),
-              QStringList{configFile(name)});
+    EXPECT_EQ(editor.waitForArguments(), QStringList{configFile(name)});
     EXPECT_FALSE(QFile::exists(host.filePath(u"pwned"_s)) || QFile::exists(u"pwned"_s));
 
     // Any other program gets the rest of the line as its one argument.
