@@ -8,6 +8,7 @@
 #include "toolkit/TextBox.h"
 #include "toolkit/WidgetArray.h"
 
+#include <QRectF>
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -28,29 +29,7 @@ std::unique_ptr<CheckBox> checkTemplate(Container* form)
 
 } // namespace
 
-TEST(WidgetArray, LoadedElementsAreHiddenCopiesOfTheTemplateAndLoadingTwiceFails)
-{
-    Container form(u"form"_s);
-    WidgetArray<CheckBox> array(checkTemplate(&form));
-    array.templateWidget().setValue(1);
-
-    CheckBox& first = array.load(1);
-    EXPECT_EQ(first.index(), 1);
-    EXPECT_EQ(first.left(), 120);
-    EXPECT_EQ(first.height(), 495);
-    EXPECT_EQ(first.caption(), u"template"_s);
-    EXPECT_EQ(first.container(), &form);
-    EXPECT_FALSE(first.isVisible());
-
-    first.setCaption(u"mine"_s);
-    EXPECT_THROW(array.load(1), ElementExistsError);
-    EXPECT_EQ(array.at(1).caption(), u"mine"_s);
-    EXPECT_THROW(array.load(0), InvalidValueError);
-    EXPECT_THROW(array.load(32768), InvalidValueError);
-    EXPECT_EQ(array.count(), 2);
-}
-
-TEST(WidgetArray, AddressingOrUnloadingAMissingElementFailsAndGapsAreAllowed)
+TEST(WidgetArray, ElementsAreHiddenCopiesOfTheTemplateLoadedOnceEachWithGapsAllowed)
 {
     Container form(u"form"_s);
     WidgetArray<CheckBox> array(checkTemplate(&form));
@@ -58,7 +37,19 @@ TEST(WidgetArray, AddressingOrUnloadingAMissingElementFailsAndGapsAreAllowed)
     array.loaded.connect([&](int n) { loaded.push_back(n); });
     array.unloading.connect([&](int n) { unloading.push_back(n); });
 
-    array.load(1);
+    CheckBox& first = array.load(1);
+    EXPECT_EQ(first.index(), 1);
+    EXPECT_EQ(QRectF(first.left(), first.top(), first.width(), first.height()),
+              QRectF(120, 1800, 1215, 495));
+    EXPECT_EQ(first.caption(), u"template"_s);
+    EXPECT_EQ(first.container(), &form);
+    EXPECT_FALSE(first.isVisible());
+    first.setCaption(u"mine"_s);
+    EXPECT_THROW(array.load(1), ElementExistsError);
+    EXPECT_EQ(array.at(1).caption(), u"mine"_s);
+    EXPECT_THROW(array.load(0), InvalidValueError);
+    EXPECT_THROW(array.load(32768), InvalidValueError);
+
     array.load(3);
     EXPECT_EQ(array.count(), 3);
     EXPECT_EQ(array.upperBound(), 3);
@@ -66,7 +57,6 @@ TEST(WidgetArray, AddressingOrUnloadingAMissingElementFailsAndGapsAreAllowed)
     EXPECT_THROW(array.at(-1), MissingElementError);
     EXPECT_THROW(array.unload(2), MissingElementError);
     EXPECT_THROW(array.unload(0), InvalidValueError);
-
     array.unload(3);
     EXPECT_EQ(array.count(), 2);
     EXPECT_EQ(array.upperBound(), 1);
