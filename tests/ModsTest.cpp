@@ -129,7 +129,8 @@ TEST_F(ModsTest, ChoosingAModShowsItsDescriptionCutToAWholeCharacterAndChecksThe
     while (longText.size() < 1000)
         longText += "0123456789";
     // "Größe: " is nine bytes; the cut after 255 bytes splits the "€" (three
-    // bytes) after one or two of them, or the sequence a 0xC0 lead would open.
+    // bytes) after one or two of them, an emoji (four) after three, or the
+    // sequence a 0xC0 lead would open.
     const QString text = u"Größe: "_s;
     const struct {
         const char* mod;
@@ -142,6 +143,7 @@ TEST_F(ModsTest, ChoosingAModShowsItsDescriptionCutToAWholeCharacterAndChecksThe
         {"one", text.toUtf8() + QByteArray(245, 'a') + "€€", text + QString(245, u'a')},
         {"two", text.toUtf8() + QByteArray(244, 'a') + "€€", text + QString(244, u'a')},
         {"lead", QByteArray(254, 'a') + "\xC0\x80", QString(254, u'a')},
+        {"four", QByteArray(252, 'a') + "\xF0\x9F\x98\x80", QString(252, u'a')},
         {"latin", "Caf\xE9 mod", u"Café mod"_s},
     };
     host.write(u"empty/description.txt"_s, "");
@@ -149,7 +151,7 @@ TEST_F(ModsTest, ChoosingAModShowsItsDescriptionCutToAWholeCharacterAndChecksThe
         if (!c.bytes.isEmpty())
             host.write(QString::fromLatin1(c.mod) + u"/Description.TXT"_s, c.bytes);
     }
-    scanMods({"ctf", "long", "plain", "one", "two", "lead", "latin", "empty"});
+    scanMods({"ctf", "long", "plain", "one", "two", "lead", "four", "latin", "empty"});
     EXPECT_FALSE(w.chkModCheck.isEnabled());
     for (const auto& c : cases)
         EXPECT_EQ(captionOf(QString::fromLatin1(c.mod)), c.caption + u' ') << c.mod;
