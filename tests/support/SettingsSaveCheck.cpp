@@ -17,18 +17,13 @@ namespace qf::test {
 
 namespace {
 
-// QSettings keeps files it read in a cache that trusts a file of the same size
-// and time to the millisecond; it reads each state of the file under a new name.
-QString hostCopy(const QString& file, const QString& name)
+// Every key QSettings finds by its name, with its type and text. QSettings
+// keeps files it read in a cache that trusts a file of the same size and time
+// to the millisecond; it reads each state of the file under a new name.
+QHash<QString, QString> hostValues(const QString& file, const QString& state)
 {
-    QFile::copy(file, file + u'.' + name);
-    return file + u'.' + name;
-}
-
-// Every key QSettings finds by its name, with its type and text.
-QHash<QString, QString> hostValues(const QString& file)
-{
-    QSettings host(file, QSettings::IniFormat);
+    QFile::copy(file, file + u'.' + state);
+    QSettings host(file + u'.' + state, QSettings::IniFormat);
     QHash<QString, QString> values;
     // Keys with an empty part ("a//b", "/a") are found by no name.
     for (const QString& key : host.allKeys())
@@ -76,7 +71,7 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
     const QString file = store.fileName(SettingsApp);
     if (!writeFile(file, oldFile))
         return {u"cannot write the old file"_s};
-    const QHash<QString, QString> before = hostValues(hostCopy(file, u"before"_s));
+    const QHash<QString, QString> before = hostValues(file, u"before"_s);
 
     QHash<QString, SettingsSave> saved; // by settings key, the last save of each
     for (const SettingsSave& save : saves)
@@ -92,16 +87,14 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
 
     QStringList faults;
     const IniFileSettingsStore fresh(dir.path());
-    const QString afterCopy = hostCopy(file, u"after"_s);
-    QSettings host(afterCopy, QSettings::IniFormat);
+    const QHash<QString, QString> after = hostValues(file, u"after"_s);
     for (auto it = saved.cbegin(); it != saved.cend(); ++it) {
         const QString ours = fresh.readValue(SettingsApp, it->section, it->key, u"<none>"_s);
-        const QString theirs = host.value(it.key()).toString();
-        if (ours != it->value || theirs != it->value)
+        const QString theirs = after.value(it.key());
+        if (ours != it->value || theirs != u"QString:"_s + it->value)
             faults.append(u"saved %1 = %2 reads %3 here, %4 in QSettings"_s.arg(
                 shown(it.key()), shown(it->value), shown(ours), shown(theirs)));
     }
-    const QHash<QString, QString> after = hostValues(afterCopy);
     for (auto it = before.cbegin(); it != before.cend(); ++it)
         if (!saved.contains(it.key()) && after.value(it.key()) != it.value())
             faults.append(u"%1 was %2, is %3"_s.arg(shown(it.key()), shown(it.value()),

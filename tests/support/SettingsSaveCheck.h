@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 #include <QStringList>
 #include <QVariant>
 
