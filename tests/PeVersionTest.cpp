@@ -167,6 +167,17 @@ TEST_F(PeVersion, HostileHeadersDirectoriesAndBlocksReadAsZero)
          [](PeImage& i) { i.set32(i.resourceSection + 20, 0xFFFFFE00); }},
         {"version type entry naming no directory",
          [](PeImage& i) { i.set32(i.rootDirectory + 28, 40); }},
+        // Entries counted as string names are not ids, whatever they hold.
+        {"the version type counted as a string name",
+         [](PeImage& i) {
+             i.set16(i.rootDirectory + 12, 2);
+             i.set16(i.rootDirectory + 14, 1);
+         }},
+        {"the version's name counted as a string name",
+         [](PeImage& i) {
+             i.set16(i.nameDirectory + 12, 1);
+             i.set16(i.nameDirectory + 14, 1);
+         }},
         {"name entry naming no directory", [](PeImage& i) { i.set32(i.nameDirectory + 20, 72); }},
         {"name directory past the end",
          [](PeImage& i) { i.set32(i.rootDirectory + 28, 0xFFFFFFF0); }},
