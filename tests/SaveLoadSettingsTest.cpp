@@ -163,10 +163,20 @@ TEST_F(SaveLoadSettingsTest, StoredValuesComeBackWhereTheyFitElseTheEntryDefault
     EXPECT_EQ(w.Check1.at(2).value(), qf::CheckBox::Checked);
     EXPECT_EQ(w.Check1.at(1).value(), qf::CheckBox::Unchecked);
 
-    // The stored config is selected only by its exact name.
+    // The stored config is selected only by its exact name; the search ends at
+    // the last file without a failing step of its own.
+    struct Skips : qf::SkipObserver {
+        void stepSkipped(const qf::SkippedStep& step) override { reasons << step.reason; }
+        QStringList reasons;
+    };
+    const auto skips = std::make_shared<Skips>();
+    control.setSkipObserver(skips);
     storeValues({{keys::ConfigName, u"B.CFG"_s}});
     control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"c.cfg"_s) << "the file exists, no entry is equal";
+    EXPECT_EQ(skips->reasons, (QStringList{u"Not a number: \"maybe\""_s,
+                                           u"\"ultra\" is not in the list of Combo1"_s}))
+        << "only the stored values above that no widget takes";
 
     storeValues({{keys::ConfigName, u"b.cfg"_s}});
     control.qLoadSettings();
