@@ -20,5 +20,6 @@ TraceRecorder::TraceRecorder()
 TraceRecorder::~TraceRecorder()
 {
     qInstallMessageHandler(m_previous);
+    QLoggingCategory::setFilterRules(QStringLiteral("qforms.trace.debug=false"));
     active = nullptr;
 }
