@@ -69,7 +69,8 @@ TEST_F(CustomControlBuilderTest, TheDocumentedExampleBuildsExactlyItsFiveWidgets
     EXPECT_EQ(w.Line1.at(1).borderWidth(), 2);
 }
 
-TEST_F(CustomControlBuilderTest, EachKindCountsItsOwnEntriesAndUnknownKindsCreateNothing)
+TEST_F(CustomControlBuilderTest,
+       EachKindCountsItsOwnEntriesUnknownKindsCreateNothingAndVisibleHidesBoxes)
 {
     build("Count=8\n"
           "Control1Type=checkbox\nControl1Caption=First\n"
@@ -89,6 +90,16 @@ TEST_F(CustomControlBuilderTest, EachKindCountsItsOwnEntriesAndUnknownKindsCreat
     EXPECT_EQ(w.Line1.at(1).borderWidth(), 1);
     // Without a location the first check box stays where the template is.
     EXPECT_EQ(box(w.Check1.at(1)), box(w.Check1.templateWidget()));
+
+    // Check boxes are shown unless Visible says otherwise or is no boolean.
+    build(
+        "Count=6\n"
+        "Control1Type=checkbox\nControl1Visible=False\nControl2Type=checkbox\n"
+        "Control3Type=checkbox\nControl3Visible=\nControl4Type=checkbox\nControl4Visible=0\n"
+        "Control5Type=checkbox\nControl5Visible=yes\nControl6Type=checkbox\nControl6Visible=-1\n");
+    const bool shown[] = {false, true, false, false, false, true};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(w.Check1.at(i + 1).isVisible(), shown[i]) << "entry " << i + 1;
 }
 
 TEST_F(CustomControlBuilderTest, CountDecidesHowManyEntriesAreReadAndBadCountsBuildNothing)
@@ -115,20 +126,6 @@ TEST_F(CustomControlBuilderTest, CountDecidesHowManyEntriesAreReadAndBadCountsBu
     missing.setQpQGD(QString());
     missing.qInitCustomControls();
     EXPECT_EQ(missing.widgets().Label1.count(), 1);
-}
-
-TEST_F(CustomControlBuilderTest, CheckBoxesAreShownUnlessVisibleSaysOtherwiseOrIsNoBoolean)
-{
-    build("Count=6\n"
-          "Control1Type=checkbox\nControl1Visible=False\n"
-          "Control2Type=checkbox\n"
-          "Control3Type=checkbox\nControl3Visible=\n"
-          "Control4Type=checkbox\nControl4Visible=0\n"
-          "Control5Type=checkbox\nControl5Visible=yes\n"
-          "Control6Type=checkbox\nControl6Visible=-1\n");
-    const bool expected[] = {false, true, false, false, false, true};
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(w.Check1.at(i + 1).isVisible(), expected[i]) << "entry " << i + 1;
 }
 
 TEST_F(CustomControlBuilderTest, MalformedValuesLeaveOnlyTheirOwnPropertyUnchanged)

@@ -189,24 +189,19 @@ TEST(ToolkitEvents, TextBoxAndLabelReportChangesOnlyWhenTheTextDiffers)
     Container form(u"form"_s);
     TextBox text(u"text"_s, &form);
     Label label(u"label"_s, &form);
-    int textChanges = 0;
-    int labelChanges = 0;
-    text.change.connect([&] { ++textChanges; });
-    label.change.connect([&] { ++labelChanges; });
+    int changes = 0;
+    text.change.connect([&] { changes += 1; });
+    label.change.connect([&] { changes += 100; });
 
     text.setText(u"C:\\Games"_s);
     text.setText(u"C:\\Games"_s);
     text.setText(QString());
     label.setCaption(u" Arena found"_s);
     label.setCaption(u" Arena found"_s);
-    EXPECT_EQ(textChanges, 2);
-    EXPECT_EQ(labelChanges, 1);
-
     // Locking a text box or colouring a label is no change of its text.
     text.setLocked(true);
     label.setForeColor(0x0000FF);
-    EXPECT_EQ(textChanges, 2);
-    EXPECT_EQ(labelChanges, 1);
+    EXPECT_EQ(changes, 102);
     EXPECT_THROW(label.setForeColor(0x1000000), InvalidValueError);
     EXPECT_EQ(label.foreColor(), 0x0000FFu);
 }
