@@ -28,7 +28,7 @@ TEST(IniLanguageTextProvider, LooksUpTheLanguageThenLanguageZeroThenTheBuiltInTe
         EXPECT_EQ(provider.text(key, full), text) << key.toStdString();
     // The host folder may be written the Windows way.
     EXPECT_EQ(provider.text(u"1053"_s, full + u"\\"_s), u"Ordner"_s);
-    for (const QString& key : {u"1999"_s, u"053"_s, u"x053"_s, u"-053"_s, u"1-053"_s})
+    for (const QString& key : {u"1999"_s, u"053"_s, u"x053"_s, u"-053"_s, u"1-053"_s, u"+1053"_s})
         EXPECT_THROW(provider.text(key, full), TextLookupError) << key.toStdString();
 
     // Built-in texts stand in only for languages without a host file.
