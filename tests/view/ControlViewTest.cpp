@@ -31,10 +31,9 @@ TEST(ControlView, MirrorsTheFixedWidgetsAndPassesKeystrokesAndClicksBothWays)
     qForms control;
     ControlView view(control);
     auto& w = control.widgets();
-    const qf::TwipScale& scale = view.scale();
 
-    EXPECT_EQ(view.viewOf(w.txtPath)->geometry(), scale.rect(120, 480, 5175, 285));
-    EXPECT_EQ(view.size(), QSize(scale.pixels(6735), scale.pixels(4215)));
+    EXPECT_EQ(view.viewOf(w.txtPath)->geometry(), view.scale().rect(120, 480, 5175, 285));
+    EXPECT_EQ(view.size(), QSize(view.scale().pixels(6735), view.scale().pixels(4215)));
     EXPECT_EQ(viewAs<QPushButton>(view, w.cmdBrowse)->text(), u"038"_s);
 
     auto* status = viewAs<QLabel>(view, w.lblStatus);
@@ -50,7 +49,6 @@ TEST(ControlView, MirrorsTheFixedWidgetsAndPassesKeystrokesAndClicksBothWays)
     w.txtPath.change.connect([&] { ++changes; });
     auto* path = viewAs<QLineEdit>(view, w.txtPath);
     QTest::keyClicks(path, u"C:"_s);
-    EXPECT_EQ(w.txtPath.text(), u"C:"_s);
     EXPECT_EQ(changes, 2) << "each keystroke is a change";
     w.txtPath.setText(u"D:/games"_s);
     EXPECT_EQ(path->text(), u"D:/games"_s);
@@ -61,22 +59,6 @@ TEST(ControlView, MirrorsTheFixedWidgetsAndPassesKeystrokesAndClicksBothWays)
     EXPECT_EQ(box->checkState(), Qt::PartiallyChecked);
     box->click();
     EXPECT_EQ(w.chkModCheck.value(), 1);
-    EXPECT_EQ(box->checkState(), Qt::Checked);
-}
-
-TEST(ControlView, ArrayElementsAppearWhenLoadedAndGoWhenUnloadedEvenIfTheControlGoesFirst)
-{
-    auto control = std::make_unique<qForms>();
-    ControlView view(*control);
-    auto& combos = control->widgets().Combo1;
-    QPointer<QWidget> shown = view.viewOf(combos.load(1));
-    ASSERT_NE(shown, nullptr);
-    combos.unload(1);
-    EXPECT_TRUE(shown.isNull());
-
-    combos.load(1);
-    control.reset();
-    EXPECT_EQ(view.findChildren<QComboBox*>().size(), 0);
 }
 
 TEST(ControlView, ABuiltCheckBoxRunsItsRuleAtOnceAndTheFocusChainTakesTheFixedWidgetsThenTheEntries)
@@ -127,7 +109,6 @@ TEST(ControlView, NamesAFieldByTheCaptionBesideOrElseAboveItAndTooltipsACutCapti
     auto& w = control.widgets();
     qf::TextBox& box = w.Text1.load(1);
     box.setGeometry(10000, 10000, 1000, 300);
-    box.setVisible(true);
     qf::Label& first = w.Label1.load(1);
     qf::Label& second = w.Label1.load(2);
     const auto place = [](qf::Label& label, const QRectF& at, const QString& caption) {
@@ -191,21 +172,21 @@ TEST(ControlView, NamesAFieldByTheCaptionBesideOrElseAboveItAndTooltipsACutCapti
     }
 }
 
-TEST(ControlView, ClearingAPageTakesItsWidgetsDownAndKeepsTheRestStackedAsBefore)
+TEST(ControlView, WidgetsGoWhenUnloadedClearedOrWithTheControlAndTheRestStayStackedAsBefore)
 {
     QByteArray lines = "Count=60\n";
     for (int i = 1; i <= 60; ++i)
         lines += "Control" + QByteArray::number(i) + "Type=" + (i % 3 ? "label" : "frame") + "\n";
     TestHost host;
     host.writeCustomControls(u"game.qgd"_s, lines);
-    qForms control;
-    control.setAppPath(host.path());
-    ControlView view(control);
-    QWidget* page = view.viewOf(control.widgets().frame);
+    auto control = std::make_unique<qForms>();
+    control->setAppPath(host.path());
+    ControlView view(*control);
+    QWidget* page = view.viewOf(control->widgets().frame);
     QObjectList before;
     for (int round = 0; round < 2; ++round) {
-        control.setQpQGD(u"game.qgd"_s);
-        control.qInitCustomControls();
+        control->setQpQGD(u"game.qgd"_s);
+        control->qInitCustomControls();
         auto* frames = view.findChild<QWidget*>(u"frames"_s);
         ASSERT_NE(frames, nullptr);
         EXPECT_EQ(frames->children().size(), 20);
@@ -215,10 +196,18 @@ TEST(ControlView, ClearingAPageTakesItsWidgetsDownAndKeepsTheRestStackedAsBefore
                 return child->objectName().endsWith(u')') && !child->objectName().endsWith(u"(0)");
             });
         }
-        control.qClear();
+        control->qClear();
         EXPECT_EQ(page->children(), before);
         EXPECT_TRUE(frames->children().isEmpty());
     }
+
+    auto& combos = control->widgets().Combo1;
+    QPointer<QComboBox> combo = viewAs<QComboBox>(view, combos.load(1));
+    combos.unload(1);
+    EXPECT_TRUE(combo.isNull()) << "an element unloaded alone goes at once";
+    combos.load(1);
+    control.reset();
+    EXPECT_TRUE(view.findChildren<QComboBox*>().isEmpty());
 }
 
 TEST(QtFileDialog, FiltersMatchTheirPatternsInEitherLetterCase)
