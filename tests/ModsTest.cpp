@@ -145,13 +145,16 @@ TEST_F(ModsTest, ChoosingAModShowsItsDescriptionCutToAWholeCharacterAndChecksThe
         {"lead", QByteArray(254, 'a') + "\xC0\x80", QString(254, u'a')},
         {"four", QByteArray(252, 'a') + "\xF0\x9F\x98\x80", QString(252, u'a')},
         {"latin", "Caf\xE9 mod", u"Café mod"_s},
+        // Not UTF-8 before the cut either: nothing is dropped.
+        {"cp1252", "Caf\xE9 " + QByteArray(249, 'a') + "\xE9\xE9",
+         u"Café "_s + QString(249, u'a') + u"é"_s},
     };
     host.write(u"empty/description.txt"_s, "");
     for (const auto& c : cases) {
         if (!c.bytes.isEmpty())
             host.write(QString::fromLatin1(c.mod) + u"/Description.TXT"_s, c.bytes);
     }
-    scanMods({"ctf", "long", "plain", "one", "two", "lead", "four", "latin", "empty"});
+    scanMods({"ctf", "long", "plain", "one", "two", "lead", "four", "latin", "cp1252", "empty"});
     EXPECT_FALSE(w.chkModCheck.isEnabled());
     for (const auto& c : cases)
         EXPECT_EQ(captionOf(QString::fromLatin1(c.mod)), c.caption + u' ') << c.mod;
