@@ -18,7 +18,9 @@ constexpr qint64 DescriptionLength = 255;
 bool isValidUtf8(QByteArrayView bytes)
 {
     QStringDecoder decoder(QStringConverter::Utf8, QStringDecoder::Flag::Stateless);
-    decoder.decode(bytes);
+    // decode() only wraps the bytes; the conversion, and so the error, happens
+    // when the result becomes a string.
+    const QString decoded = decoder.decode(bytes);
     return !decoder.hasError();
 }
 
