@@ -270,8 +270,9 @@ TEST_F(PeVersion, TheVersionIsReadWhereWindowsFindsIt)
         if (c.change)
             c.change(image);
         EXPECT_EQ(versionOf(image), QString::fromUtf16(c.version)) << c.what;
-        if (c.resourceName == 2)
+        if (c.resourceName == 2) {
             EXPECT_EQ(pe::fileVersionInfoSize(path), 0u);
+        }
     }
 }
 
