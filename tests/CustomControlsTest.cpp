@@ -114,7 +114,6 @@ TEST_F(CustomControlBuilderTest,
                 w.Text1.at(1).isVisible());
     EXPECT_EQ(ends(w.Line1.at(1)), QLineF(100, 500, 500, 100))
         << "Y-Location names the second end first";
-    EXPECT_EQ(w.Line1.at(1).borderWidth(), 1);
     // Without a location the first check box stays where the template is.
     EXPECT_EQ(box(w.Check1.at(1)), box(w.Check1.templateWidget()));
 
