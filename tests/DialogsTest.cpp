@@ -106,7 +106,7 @@ TEST(ApplicationNames, KeepFileNamesOfClosedEntriesOnly)
                                                  {u"games/arena.exe"_s, u"arena.exe"_s},
                                                  {u"a.exe;;b.exe;;"_s, u"a.exe; b.exe"_s},
                                                  {u"a.exe;;b.exe"_s, u"a.exe"_s},
-                                                 {u"bin\\a.exe;;x/b.exe;;"_s, u"a.exe; b.exe"_s},
+                                                 {u"\\x/a.exe;;x/b.exe;;"_s, u"x/a.exe; b.exe"_s},
                                                  {u";;a.exe;;;;"_s, u"a.exe; "_s},
                                                  {u"*"_s, u"*"_s}};
     for (const auto& [entries, names] : cases)

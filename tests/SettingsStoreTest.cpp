@@ -137,7 +137,7 @@ TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
     const QByteArray oldFiles[] = {
         // Comments, a line without "=", unescaped names, a list, a section in
         // two parts, CRLF line ends, no line end at the end.
-        "; launcher settings\r\n[Arena]\r\nPath = /games/c ; by hand\r\n"
+        "; launcher settings: Path=/commented\r\n[Arena]\r\nPath = /games/c ; by hand\r\n"
         "Command Line Parameters=+set a 1, +set b 2\r\nnot a setting\r\n"
         "[Other]\r\nPath=\"/games/other; two\"\r\n[Arena]\r\nMod Name=ctf",
         // A quote never closed: the rest of the file is one value.
