@@ -244,7 +244,7 @@ TEST(ProfileReader, DecodesEachEncodingAndANulEndsTheNameOrValueItIsIn)
 {
     TestHost host;
     const QString file = host.filePath(u"nul.ini"_s);
-    const char raw[] = "[Sec\0tion] tail\na=x\0y\nb=\"q\0\"\nke\0y=v\nc=after\n[\0]\nhidden=1\n";
+    const char raw[] = "[Sec\0tion] tail\na=\0y\nb=\"q\0\"\nke\0y=v\nc=after\n[\0]\nhidden=1\n";
     const QByteArray text(raw, sizeof raw - 1);
     // The same text as UTF-8 with and without BOM, as Windows-1252 (a byte that is not
     // UTF-8) and as UTF-16.
@@ -253,7 +253,7 @@ TEST(ProfileReader, DecodesEachEncodingAndANulEndsTheNameOrValueItIsIn)
     for (const QByteArray& data :
          {text, "\xEF\xBB\xBF" + text, text + "\xE9=1", "\xFF\xFE" + utf16}) {
         host.write(u"nul.ini"_s, data);
-        EXPECT_EQ(read(file, u"a"_s, u"-"_s), u"x"_s);
+        EXPECT_EQ(read(file, u"a"_s, u"-"_s), QString());
         EXPECT_EQ(read(file, u"b"_s, u"-"_s), u"\"q"_s);
         EXPECT_EQ(read(file, u"ke"_s, u"-"_s), u"v"_s);
         EXPECT_EQ(read(file, u"c"_s, u"-"_s), u"after"_s);
