@@ -45,6 +45,11 @@ QString qForms::programPath() const
     return m_context->programPath;
 }
 
+QMap<QString, QString> qForms::optionValues() const
+{
+    return qf::settings::optionValues(*m_context);
+}
+
 void qForms::announceChoices()
 {
     const auto announce = [this](QString& said, const QString& now,

@@ -8,6 +8,7 @@
 #include "platform/ProgramStarter.h"
 #include "platform/SettingsStore.h"
 
+#include <QMap>
 #include <QObject>
 #include <QString>
 #include <QVariant>
@@ -113,6 +114,12 @@ public:
     // (folder and program name resolved without regard to case); empty while
     // no folder is chosen.
     QString programPath() const;
+    // Every valued option widget's value by its ControlKey, exactly as
+    // qSaveSettings() would store it now (check box "0", "1" or "2", option
+    // button "True" or "False", a combo's or text box's text; of entries that
+    // share a key the later one wins). Reads the game data file; changes
+    // neither the page nor the store. Empty before qInitCustomControls().
+    QMap<QString, QString> optionValues() const;
 
     // Builds the dynamic widgets from section "Custom Controls" of the game
     // data file. Failing steps are skipped; nothing is reported.

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
+
+#include <functional>
 
 #include <optional>
 
@@ -15,6 +18,15 @@ namespace qf::settings {
 // dynamic widget to the store, then syncs it once. Failing steps are skipped;
 // the store's message when the sync failed.
 std::optional<QString> qSaveSettings(ControlContext& context);
+// Runs `visit` for every valued dynamic widget in entry order, with the key and
+// the text qSaveSettings stores for it; entries whose widget cannot be read
+// are skipped.
+void forEachOptionValue(
+    ControlContext& context,
+    const std::function<void(int entry, const QString& controlKey, const QString& value)>& visit);
+// What qSaveSettings would store for the dynamic widgets, by ControlKey; of
+// entries sharing a key the later one wins, as in the store.
+QMap<QString, QString> optionValues(ControlContext& context);
 // Puts the stored values back into the widgets, which runs the game check and
 // the widgets' rules. Never writes; failing steps are skipped.
 void qLoadSettings(ControlContext& context);
