@@ -18,6 +18,7 @@ declare -A allowed=(
   [settings]="detect mods gamedata context toolkit platform"
   [dialogs]="detect mods gamedata context toolkit platform"
   [control]="settings dialogs detect mods rules gamedata context toolkit platform"
+  [launch]="control settings dialogs detect mods rules gamedata context toolkit platform"
   [toolkit/qt]="control settings dialogs detect mods rules gamedata context toolkit platform"
 )
 

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "launch/LaunchRoutes.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+class qForms;
+
+namespace qf::launch {
+
+struct EnvironmentChange {
+    QString name;
+    QString value;
+    bool operator==(const EnvironmentChange&) const = default;
+};
+
+// How a game is started with the player's choices. Never meant for a shell:
+// every argument reaches the program as it stands.
+struct LaunchDescription {
+    // What is started: a wrapper, the Windows runner, or the game's program.
+    QString program;
+    QStringList arguments;
+    // Set in the started program's environment, in route order; a later
+    // change of a name replaces an earlier one.
+    QList<EnvironmentChange> environment;
+    QString workingFolder;
+    // The game's own program, as the game check found it; empty while no
+    // folder is chosen.
+    QString gameProgram;
+    // The game's program is a Windows program: it runs through the runner.
+    bool windowsProgram = false;
+    // Routes left out of this launch, and why.
+    QList<RouteProblem> skipped;
+
+    // As a person would type it: the environment changes, then the program
+    // and its arguments, each quoted for a POSIX shell where it needs it.
+    QString text() const;
+};
+
+struct LaunchOptions {
+    // The program that runs Windows programs (a path or a name); "wine" when empty.
+    QString windowsRunner;
+};
+
+// The value of every option the routes can name: each valued option widget by
+// its ControlKey, and the fixed choices under their settings keys ("Mod Name",
+// "Load Mod Always", "Command Line Parameters", "Config Name") while their
+// group is on; the texts qSaveSettings() would store.
+QMap<QString, QString> launchValues(const qForms& control);
+
+// The launch the control's current state gives with the routes of its game
+// data file (section "Launch"): the routes in file order, each adding its
+// arguments, environment variables, wrapper words or Wine words. A route for a
+// key without a value, or whose state is not the current one, adds nothing;
+// an empty value adds nothing unless the key routes the state "[]". Reads the
+// game data file; changes neither the page nor the store.
+LaunchDescription describeLaunch(const qForms& control, const LaunchOptions& options = {});
+
+// The same, from routes and values already at hand.
+LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString, QString>& values,
+                                 const QString& gameProgram, const QString& gameFolder,
+                                 const QString& configPath, const LaunchOptions& options);
+
+// True when the file is a Windows program: an MZ header whose e_lfanew points
+// at a PE signature. Told by the header, never by the name.
+bool isWindowsProgram(const QString& path);
+
+// A path of this system as a Windows program under Wine names it (drive Z:).
+QString winePath(const QString& path);
+
+} // namespace qf::launch
