@@ -114,7 +114,7 @@ void GamePage::setLanguage(int language)
     emit changed();
 }
 
-GameCommand GamePage::command() const
+qf::launch::LaunchDescription GamePage::launch(const QString& windowsRunner) const
 {
-    return gameCommand(readPlayerChoices(*m_control));
+    return qf::launch::describeLaunch(*m_control, {windowsRunner});
 }

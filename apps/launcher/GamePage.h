@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GameCommand.h"
 #include "LauncherConfig.h"
+#include "launch/Launch.h"
 
 #include <QWidget>
 
@@ -46,8 +46,9 @@ public:
     QString save();
     // Captions the page in another language, keeping the choices on it.
     void setLanguage(int language);
-    // The command the launcher starts for the game with these choices.
-    GameCommand command() const;
+    // How the game starts with the choices on the page and the routes of its
+    // game data file; windowsRunner runs it when it is a Windows program.
+    qf::launch::LaunchDescription launch(const QString& windowsRunner) const;
 
 signals:
     // The status line or a choice that goes into the command line changed.

@@ -8,7 +8,6 @@
 #include "WindowsPrograms.h"
 #include "control/qForms.h"
 #include "platform/MessageBox.h"
-#include "platform/Paths.h"
 #include "platform/SettingsStore.h"
 #include "toolkit/qt/ControlView.h"
 #include "toolkit/qt/QtMessageBox.h"
@@ -181,7 +180,8 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const LauncherConfig& 
 
 LauncherWindow::~LauncherWindow()
 {
-    // Games still running end with the launcher; nobody is left to tell how.
+    // Games still running go on without the launcher; nobody is left to tell
+    // how they end.
     for (GameRun* run : std::as_const(m_runs)) {
         disconnect(run, nullptr, this, nullptr);
         delete run;
@@ -343,10 +343,20 @@ void LauncherWindow::updateGameItem(int row)
     item->setText(isRunning(row) ? tr("%1 (running)").arg(name) : name);
 }
 
+qf::launch::LaunchDescription LauncherWindow::launchOf(int row) const
+{
+    const GamePage* shown = page(row);
+    if (!shown)
+        return {};
+    // The runner found, or the one wanted, to show what Play would start.
+    const QString runner = findWindowsRunner(m_windowsRunner);
+    return shown->launch(runner.isEmpty() ? wantedWindowsRunner(m_windowsRunner) : runner);
+}
+
 void LauncherWindow::updateCommandLine()
 {
-    GamePage* current = page(currentGame());
-    m_commandLine->setText(current ? current->command().text() : QString());
+    const qf::launch::LaunchDescription launch = launchOf(currentGame());
+    m_commandLine->setText(launch.gameProgram.isEmpty() ? QString() : launch.text());
 }
 
 void LauncherWindow::updateButtons()
@@ -389,33 +399,31 @@ void LauncherWindow::play()
         return;
     const GameEntry& game = m_games.at(row);
     saveOpenedPages(); // a failed save is shown; the game starts all the same
-    GameCommand command = current->command();
-    const QString program = qf::paths::resolve(command.program);
-    if (!QFileInfo(program).isFile()) {
-        tell(tr("%1 cannot start: its program %2 was not found. Choose the game's folder or "
+    qf::launch::LaunchDescription launch = launchOf(row);
+    if (launch.gameProgram.isEmpty()) {
+        tell(tr("%1 cannot start: no folder or program is chosen. Choose the game's folder or "
                 "program on its page.")
-                 .arg(game.name, command.program),
+                 .arg(game.name),
              48);
         return;
     }
-    command.program = program;
-    QString runner;
-    if (isWindowsProgram(program)) {
-        runner = findWindowsRunner(m_windowsRunner);
-        if (runner.isEmpty()) {
-            tell(tr("%1 is a Windows program and needs Wine, but %2 was not found.\n"
-                    "Install Wine (Debian: sudo apt install wine), or name another Wine build "
-                    "in the QFORMS_WINE environment variable or as WindowsRunner in the "
-                    "[Launcher] section of launcher.ini.")
-                     .arg(game.name, wantedWindowsRunner(m_windowsRunner)),
-                 16);
-            return;
-        }
+    if (!QFileInfo(launch.gameProgram).isFile()) {
+        tell(tr("%1 cannot start: its program %2 was not found. Choose the game's folder or "
+                "program on its page.")
+                 .arg(game.name, launch.gameProgram),
+             48);
+        return;
     }
-    const QString folder = qf::paths::resolve(current->control().qpGamePath());
-    auto* run =
-        new GameRun(command, runner, QFileInfo(folder).isDir() ? folder : QFileInfo(program).path(),
-                    gameLogFile(game.name), this);
+    if (launch.windowsProgram && findWindowsRunner(m_windowsRunner).isEmpty()) {
+        tell(tr("%1 is a Windows program and needs Wine, but %2 was not found.\n"
+                "Install Wine (Debian: sudo apt install wine), or name another Wine build "
+                "in the QFORMS_WINE environment variable or as WindowsRunner in the "
+                "[Launcher] section of launcher.ini.")
+                 .arg(game.name, wantedWindowsRunner(m_windowsRunner)),
+             16);
+        return;
+    }
+    auto* run = new GameRun(std::move(launch), gameLogFile(game.name), this);
     m_runs.insert(row, run);
     connect(run, &GameRun::ended, this, [this, row, run](const QString& problem) {
         m_runs.remove(row);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LauncherConfig.h"
+#include "launch/Launch.h"
 
 #include <QHash>
 #include <QList>
@@ -58,6 +59,8 @@ public:
     // The game that was shown last when the window closed; -1 for none.
     int rememberedGame() const;
 
+    // How the game at that row starts now; empty while its page was never shown.
+    qf::launch::LaunchDescription launchOf(int row) const;
     // Starts the shown game, unless it runs already.
     void play();
     bool isRunning(int row) const;

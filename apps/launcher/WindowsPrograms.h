@@ -2,10 +2,6 @@
 
 #include <QString>
 
-// True when the file is a Windows program: an MZ header whose e_lfanew points
-// at a PE signature. Told by the header, never by the name.
-bool isWindowsProgram(const QString& path);
-
 // The program that runs Windows programs (wine, a Proton or other Wine build):
 // $QFORMS_WINE, else the configured one, else wine. A name without a folder is
 // looked up in PATH. Empty when that program is not there.

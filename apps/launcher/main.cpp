@@ -95,7 +95,11 @@ int main(int argc, char** argv)
         row = qMax(0, window.rememberedGame());
     window.showGame(row);
     if (arguments.printCommand) {
-        QTextStream(stdout) << window.page(row)->command().text() << Qt::endl;
+        const qf::launch::LaunchDescription launch = window.launchOf(row);
+        if (launch.gameProgram.isEmpty())
+            return fail(QStringLiteral("%1 has no folder or program chosen yet.")
+                            .arg(config.games.at(row).name));
+        QTextStream(stdout) << launch.text() << Qt::endl;
         return 0;
     }
     window.show();
