@@ -29,6 +29,10 @@ GamePage::GamePage(GameEntry game, QString hostFolder, PageServices services, QW
     w.txtCLP.change.connect([this] { emit changed(); });
     w.comModSelect.click.connect([this] { emit changed(); });
     w.lstConfig.changed.connect([this](qf::Property) { emit changed(); });
+    w.chkModCheck.changed.connect([this](qf::Property property) {
+        if (property == qf::Property::Value)
+            emit changed();
+    });
 }
 
 GamePage::~GamePage()
@@ -68,6 +72,19 @@ void GamePage::build(int language)
                                   48, m_game.name);
     }
     m_control->qInitCustomControls();
+    // Every option may reach the game's command line through a route.
+    const auto watch = [this](qf::Widget& option) {
+        option.changed.connect([this](qf::Property property) {
+            if (property == qf::Property::Value || property == qf::Property::Text ||
+                property == qf::Property::ListIndex)
+                emit changed();
+        });
+    };
+    const qf::ControlWidgets& w = m_control->widgets();
+    w.Check1.forEach(watch);
+    w.Option1.forEach(watch);
+    w.Combo1.forEach(watch);
+    w.Text1.forEach(watch);
 }
 
 void GamePage::open(int language)

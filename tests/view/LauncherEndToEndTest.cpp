@@ -119,14 +119,15 @@ TEST(LauncherEndToEnd, TabVisitsEveryNamedFieldAndChoicesAcceptedWithOkSurviveAR
         // The mod check box is greyed until a mod is chosen, so Tab passes it.
         widget(*window, "filter")->setFocus();
         QStringList visited;
-        for (int i = 0; i < 18 && QApplication::focusWidget(); ++i) {
+        for (int i = 0; i < 20 && QApplication::focusWidget(); ++i) {
             visited << QApplication::focusWidget()->objectName();
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         EXPECT_EQ(
             visited.join(u' '),
             u"filter games txtPath cmdBrowse comModSelect txtCLP lstConfig cmdEdit "
-            "Check1(1) Check1(2) Text1(1) commandLine play openLog ok cancel language filter"_s);
+            "Check1(1) Check1(2) Text1(1) Check1(3) Check1(4) commandLine play openLog ok cancel "
+            "language filter"_s);
 
         // Each field is named by the caption beside or above it.
         QStringList names;
@@ -154,7 +155,7 @@ TEST(LauncherEndToEnd, TabVisitsEveryNamedFieldAndChoicesAcceptedWithOkSurviveAR
     }
     const QString restarted = user.run(QFORMS_LAUNCHER_PATH, printGame3).out;
     for (const QString& part : {u"Hollow Reach/reach.exe"_s, u"+set fs_game ctf"_s,
-                                u"+exec server.cfg"_s, u"+set name Tester"_s})
+                                u"Configs\\server.cfg"_s, u"+set name Tester"_s})
         EXPECT_TRUE(restarted.contains(part)) << restarted;
     EXPECT_EQ(user.run(QFORMS_LAUNCHER_PATH, {u"--print-command"_s}).out, restarted)
         << "the last game opens again";
@@ -247,10 +248,13 @@ TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnly
         EXPECT_EQ(window->isRunning(2), c.starts);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isRunning(2); }, 20000));
 
-        const QStringList arguments = QStringList{game} +
-                                      (c.windowsProgram ? QStringList{program} : QStringList()) +
-                                      QStringList{u"+exec"_s,   u"autoexec.cfg"_s, u"+name"_s,
-                                                  u"Tes ter"_s, u"$HOME"_s,        u"it's"_s};
+        const QString config = user.host + u"/Data/Hollow Reach/Configs/autoexec.cfg"_s;
+        const QStringList arguments =
+            QStringList{game} + (c.windowsProgram ? QStringList{program} : QStringList()) +
+            QStringList{u"+set"_s, u"r_fullscreen"_s, u"1"_s, u"+set"_s, u"r_swapinterval"_s,
+                        u"0"_s, u"+set"_s, u"name"_s, u"player"_s, u"+exec"_s,
+                        c.windowsProgram ? u"Z:"_s + QString(config).replace(u'/', u'\\') : config,
+                        u"+name"_s, u"Tes ter"_s, u"$HOME"_s, u"it's"_s};
         args.open(QIODevice::ReadOnly);
         EXPECT_EQ(QString::fromUtf8(args.readAll()).split(u'\n', Qt::SkipEmptyParts),
                   c.starts ? arguments : QStringList())
@@ -265,6 +269,55 @@ TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnly
             << "Play keeps the page's choices first";
     }
     qunsetenv("FAKE_EXIT");
+}
+
+TEST(LauncherEndToEnd, PlayPassesTheOptionsAsTheyAreNowAndTheGameOutlivesTheLauncher)
+{
+    LauncherUser user;
+    const QString game = user.folder("games/Stonewake");
+    QDir().mkpath(game);
+    ASSERT_TRUE(qf::PeImage(qf::PeOptions{}).write(game + u"/stonewake.exe"_s));
+    const QString runner = user.folder("wine");
+    QFile script(runner);
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"hud=$DXVK_HUD\" \"$@\" > \"$0.args\"\n"
+                 "[ -z \"$LINGER\" ] || { sleep 1; echo alive > \"$0.alive\"; }\n");
+    script.close();
+    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+    auto window = user.window({{}, runner});
+    const auto start = [&] {
+        QFile::remove(runner + u".args"_s);
+        window->play();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isRunning(1); }, 20000));
+        QFile args(runner + u".args"_s);
+        args.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(args.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    };
+    window->showGame(1);
+    qf::ControlWidgets& w = window->page(1)->control().widgets();
+    w.txtPath.setText(game);
+    const QString program = game + u"/stonewake.exe"_s;
+    EXPECT_EQ(start(), (QStringList{game, u"hud="_s, program, u"+set"_s, u"r_quality"_s,
+                                    u"high"_s, u"+set"_s, u"cl_subtitles"_s, u"0"_s}));
+
+    w.Check1.at(3).setValue(1); // subtitles
+    w.Check1.at(4).setValue(1); // DXVK's HUD
+    w.Combo1.at(2).setListIndex(1); // a Wine desktop of 1280x720
+    const QStringList now = {u"explorer"_s, u"/desktop=Stonewake,1280x720"_s, program,
+                             u"+set"_s,     u"r_quality"_s,
+                             u"high"_s,     u"+set"_s,
+                             u"cl_subtitles"_s, u"1"_s};
+    EXPECT_EQ(start(), QStringList({game, u"hud=fps,frametimes"_s}) + now);
+    EXPECT_EQ(widget<QLineEdit>(*window, "commandLine")->text(),
+              u"DXVK_HUD=fps,frametimes "_s + runner + u" "_s + now.join(u' '));
+
+    qputenv("LINGER", "1");
+    window->play();
+    ASSERT_TRUE(window->isRunning(1));
+    window.reset();
+    qunsetenv("LINGER");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(runner + u".alive"_s); }, 20000))
+        << "the game goes on when the launcher closes";
 }
 
 TEST(LauncherEndToEnd,
