@@ -129,6 +129,7 @@ int runPreviewCommand(int argc, char** argv)
         err << "qforms: cannot write " << parsed.output << '\n';
         return 2;
     }
+    QTextStream(stdout) << "launch: " << launchLine(*page) << '\n';
     return 0;
 }
 

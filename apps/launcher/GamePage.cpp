@@ -131,7 +131,7 @@ void GamePage::setLanguage(int language)
     emit changed();
 }
 
-qf::launch::LaunchDescription GamePage::launch(const QString& windowsRunner) const
+qf::launch::LaunchDescription GamePage::launch(const qf::launch::LaunchOptions& options) const
 {
-    return qf::launch::describeLaunch(*m_control, {windowsRunner});
+    return qf::launch::describeLaunch(*m_control, options);
 }

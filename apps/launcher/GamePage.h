@@ -36,6 +36,7 @@ public:
 
     const GameEntry& game() const { return m_game; }
     qForms& control() { return *m_control; }
+    const qForms& control() const { return *m_control; }
     qf::ControlView& view() { return *m_view; }
     bool isOpen() const { return m_open; }
 
@@ -47,8 +48,8 @@ public:
     // Captions the page in another language, keeping the choices on it.
     void setLanguage(int language);
     // How the game starts with the choices on the page and the routes of its
-    // game data file; windowsRunner runs it when it is a Windows program.
-    qf::launch::LaunchDescription launch(const QString& windowsRunner) const;
+    // game data file.
+    qf::launch::LaunchDescription launch(const qf::launch::LaunchOptions& options) const;
 
 signals:
     // The status line or a choice that goes into the command line changed.

@@ -350,7 +350,7 @@ qf::launch::LaunchDescription LauncherWindow::launchOf(int row) const
         return {};
     // The runner found, or the one wanted, to show what Play would start.
     const QString runner = findWindowsRunner(m_windowsRunner);
-    return shown->launch(runner.isEmpty() ? wantedWindowsRunner(m_windowsRunner) : runner);
+    return shown->launch({runner.isEmpty() ? wantedWindowsRunner(m_windowsRunner) : runner, {}});
 }
 
 void LauncherWindow::updateCommandLine()

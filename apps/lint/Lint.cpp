@@ -211,6 +211,7 @@ Findings lintFile(const QString& qgdPath, const Options& options)
     for (qsizetype i = 0; i < languages.size(); ++i)
         runControl(lint, languages[i], i == 0);
     checkStorage(lint);
+    checkRoutes(lint);
 
     QHash<QString, QString> relative; // a handful of paths, many findings
     for (Finding& finding : lint.findings) {

@@ -84,6 +84,8 @@ void checkValues(LintContext& lint);
 void checkStorage(LintContext& lint);
 void checkGameApplication(LintContext& lint);
 void checkGameLists(LintContext& lint);
+// The routes of section "Launch": what the game receives for each option.
+void checkRoutes(LintContext& lint);
 // Turns what the routines reported in one language run into findings.
 void reportSkippedSteps(LintContext& lint, const std::vector<SkippedStep>& steps, int language);
 

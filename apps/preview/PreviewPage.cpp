@@ -87,6 +87,11 @@ std::unique_ptr<GamePage> buildPage(const PageSource& source, QWidget* parent)
     return page;
 }
 
+QString launchLine(const GamePage& page)
+{
+    return page.launch({QString(), page.control().qpGameApplication()}).text();
+}
+
 ControlView* controlView(const GamePage& page)
 {
     return page.findChild<ControlView*>();

@@ -43,6 +43,11 @@ std::unique_ptr<GamePage> buildPage(const PageSource& source, QWidget* parent = 
 
 ControlView* controlView(const GamePage& page);
 
+// What the game would receive from the page as it is now, through the routes
+// of its game data file, as a person would type it; the game's program is
+// named as the file names it while no folder is chosen.
+QString launchLine(const GamePage& page);
+
 // The page's view drawn at `scale` times its size.
 QImage renderPage(const GamePage& page, qreal scale = 1);
 

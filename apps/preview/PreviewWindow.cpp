@@ -11,6 +11,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -54,6 +55,13 @@ PreviewWindow::PreviewWindow(PageSource source, Lint lint, QWidget* parent)
     m_problem = new QLabel(m_pageHolder);
     m_problem->setWordWrap(true);
     pageLayout->addWidget(m_problem);
+    auto* launchLabel = new QLabel(tr("&Launch:"), m_pageHolder);
+    m_launch = new QLineEdit(m_pageHolder);
+    m_launch->setObjectName(QStringLiteral("launch"));
+    m_launch->setReadOnly(true);
+    launchLabel->setBuddy(m_launch);
+    pageLayout->addWidget(launchLabel);
+    pageLayout->addWidget(m_launch);
     pageLayout->addStretch();
     layout->addWidget(m_pageHolder);
     auto* findingsLayout = new QVBoxLayout;
@@ -95,7 +103,11 @@ void PreviewWindow::rebuild()
     if (problem.isEmpty()) {
         m_page = buildPage(m_source, m_pageHolder);
         static_cast<QVBoxLayout*>(m_pageHolder->layout())->insertWidget(1, m_page.get());
+        // The launch follows every click on the page.
+        connect(m_page.get(), &GamePage::changed, m_launch,
+                [this] { m_launch->setText(launchLine(*m_page)); });
     }
+    m_launch->setText(m_page ? launchLine(*m_page) : QString());
 
     m_findings = m_lint ? m_lint(m_source.gameDataPath) : lint::Findings{};
     const QSignalBlocker quiet(m_list);
@@ -135,6 +147,11 @@ void PreviewWindow::watchFiles()
 void PreviewWindow::fileSaved(const QString&)
 {
     m_rebuildSoon->start();
+}
+
+QString PreviewWindow::launchText() const
+{
+    return m_launch->text();
 }
 
 bool PreviewWindow::showFinding(int row)

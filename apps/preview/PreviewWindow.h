@@ -11,6 +11,7 @@
 class QFileSystemWatcher;
 class QFrame;
 class QLabel;
+class QLineEdit;
 class QListWidget;
 class QTimer;
 
@@ -33,6 +34,8 @@ public:
     bool showFinding(int row);
     // The frame around the widget of the chosen finding, nullptr when none.
     QFrame* highlight() const { return m_highlight; }
+    // What the game receives from the page as it is now.
+    QString launchText() const;
 
 signals:
     void rebuilt();
@@ -48,6 +51,7 @@ private:
     std::unique_ptr<GamePage> m_page;
     QWidget* m_pageHolder = nullptr;
     QLabel* m_problem = nullptr;
+    QLineEdit* m_launch = nullptr;
     QLabel* m_summary = nullptr;
     QListWidget* m_list = nullptr;
     QFrame* m_highlight = nullptr;

@@ -115,7 +115,8 @@ LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString,
 {
     LaunchDescription launch;
     launch.gameProgram = gameProgram;
-    launch.windowsProgram = !gameProgram.isEmpty() && isWindowsProgram(gameProgram);
+    launch.windowsProgram = paths::isFile(gameProgram) ? isWindowsProgram(gameProgram)
+                                                       : datapaths::namesProgram(gameProgram);
     launch.workingFolder = !gameFolder.isEmpty() && paths::isDirectory(gameFolder) ? paths::resolve(gameFolder)
                                                        : QFileInfo(gameProgram).path();
     if (gameProgram.isEmpty())
@@ -203,7 +204,9 @@ LaunchDescription describeLaunch(const qForms& control, const LaunchOptions& opt
     QString configPath;
     if (const QString config = control.chosenConfig(); !config.isEmpty())
         configPath = paths::resolve(control.widgets().lstConfig.path() + u'/' + config);
-    LaunchDescription launch = describeLaunch(routes, launchValues(control), control.programPath(),
+    const QString program = control.programPath().isEmpty() ? options.programIfNoneChosen
+                                                            : control.programPath();
+    LaunchDescription launch = describeLaunch(routes, launchValues(control), program,
                                               control.qpGamePath(), configPath, options);
     launch.skipped = routes.problems + launch.skipped;
     return launch;

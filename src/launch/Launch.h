@@ -30,7 +30,8 @@ struct LaunchDescription {
     // The game's own program, as the game check found it; empty while no
     // folder is chosen.
     QString gameProgram;
-    // The game's program is a Windows program: it runs through the runner.
+    // The game's program is a Windows program: it runs through the runner. A
+    // program that is not there counts as one when its name ends in ".exe".
     bool windowsProgram = false;
     // Routes left out of this launch, and why.
     QList<RouteProblem> skipped;
@@ -43,6 +44,9 @@ struct LaunchDescription {
 struct LaunchOptions {
     // The program that runs Windows programs (a path or a name); "wine" when empty.
     QString windowsRunner;
+    // The game's program while no folder is chosen, for tools that show what
+    // the routes give before a game is installed (the game data preview).
+    QString programIfNoneChosen;
 };
 
 // The value of every option the routes can name: each valued option widget by

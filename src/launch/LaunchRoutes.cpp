@@ -120,6 +120,8 @@ std::pair<QString, std::optional<QString>> splitName(QStringView name)
     if (open < 0) {
         if (name.contains(u']'))
             throw ParseError{QStringLiteral("a \"]\" without \"[\"; write Key[state]")};
+        if (name.trimmed().isEmpty())
+            throw ParseError{QStringLiteral("no key before \"=\"; write Key=...")};
         return {name.toString(), std::nullopt};
     }
     if (!name.endsWith(u']'))

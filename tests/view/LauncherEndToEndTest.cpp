@@ -457,6 +457,9 @@ TEST(Preview, DrawsTheLaunchersPixelsRefusesWhatCannotRunAndItsWindowFollowsRena
     for (const auto& [arguments, exitCode] : runs) {
         const ProgramRun run = user.run(QFORMS_CLI_PATH, QStringList{u"preview"_s} + arguments);
         EXPECT_EQ(run.exitCode, exitCode) << arguments.join(u' ') << run.err;
+        if (exitCode == 0)
+            EXPECT_TRUE(run.out.startsWith(u"launch: wine emberfall.exe +set r_detail high"_s))
+                << run.out;
     }
     auto launcher = user.window();
     launcher->show();
@@ -516,4 +519,9 @@ TEST(Preview, DrawsTheLaunchersPixelsRefusesWhatCannotRunAndItsWindowFollowsRena
         QRect(label()->mapTo(view(), QPoint(0, 0)), label()->size())));
     EXPECT_FALSE(window.showFinding(1));
     EXPECT_EQ(window.highlight(), nullptr);
+
+    // The launch follows the author's clicks on the page.
+    EXPECT_TRUE(window.launchText().contains(u"r_detail high"_s)) << window.launchText();
+    qobject_cast<QAbstractButton*>(view()->viewOf(w.Option1.at(1)))->click();
+    EXPECT_TRUE(window.launchText().contains(u"r_detail low"_s)) << window.launchText();
 }
