@@ -1,6 +1,9 @@
+#include "context/SettingsKeys.h"
 #include "control/qForms.h"
 #include "platform/Errors.h"
+#include "platform/IniFileSettingsStore.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMetaClassInfo>
 #include <QMetaProperty>
@@ -105,6 +108,20 @@ TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOn
     w.comModSelect.setListIndex(1);
     EXPECT_EQ(control.chosenMod(), u"ctf"_s);
     EXPECT_EQ(mods, QStringList{u"ctf"_s});
+
+    // A load that scans the mods anew clears the list and selects the stored
+    // mod again: the host hears of the mod only when the load is done.
+    QDir(game.path()).mkpath(u"ctf"_s);
+    QFile(game.filePath(u"ctf/maps.pk3"_s)).open(QIODevice::WriteOnly);
+    control.setQpGameName(u"Arena"_s);
+    qf::IniFileSettingsStore store;
+    for (const auto& [key, value] : {std::pair{qf::settings::Path, game.path()},
+                                     std::pair{qf::settings::ModName, u"ctf"_s}})
+        store.saveValue(qf::settings::Application, u"Arena"_s, key, value);
+    store.sync();
+    control.qLoadSettings();
+    EXPECT_EQ(control.chosenMod(), u"ctf"_s);
+    EXPECT_EQ(mods, QStringList{u"ctf"_s}) << "nothing new to announce";
 }
 
 TEST(ControlProperties, VersionTypeKeepsNumbersBelowThreeTurnsHigherOnesIntoNoneAndRejectsText)

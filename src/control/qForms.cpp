@@ -9,6 +9,22 @@
 #include "rules/Rules.h"
 #include "settings/Settings.h"
 
+// Holds back the choices' change signals while a public method runs.
+class qForms::ChoiceBatch {
+public:
+    explicit ChoiceBatch(qForms& control) : m_control(control) { ++m_control.m_choiceBatchDepth; }
+    ~ChoiceBatch()
+    {
+        if (--m_control.m_choiceBatchDepth == 0)
+            m_control.announceChoices();
+    }
+    ChoiceBatch(const ChoiceBatch&) = delete;
+    ChoiceBatch& operator=(const ChoiceBatch&) = delete;
+
+private:
+    qForms& m_control;
+};
+
 qForms::qForms(QObject* parent) : QObject(parent), m_context(std::make_unique<qf::ControlContext>())
 {
     auto& w = m_context->widgets;
@@ -52,6 +68,8 @@ QMap<QString, QString> qForms::optionValues() const
 
 void qForms::announceChoices()
 {
+    if (m_choiceBatchDepth > 0)
+        return;
     const auto announce = [this](QString& said, const QString& now,
                                  void (qForms::*signal)(const QString&)) {
         if (said == now)
@@ -225,6 +243,7 @@ void qForms::setAppPath(const QString& strAppPath2)
 QVariant qForms::qInitCustomControls()
 {
     const qf::RoutineScope routine(*m_context, "qInitCustomControls");
+    const ChoiceBatch batch(*this);
     qf::gamedata::qInitCustomControls(*m_context);
     return {};
 }
@@ -232,6 +251,7 @@ QVariant qForms::qInitCustomControls()
 QVariant qForms::qClear()
 {
     const qf::RoutineScope routine(*m_context, "qClear");
+    const ChoiceBatch batch(*this);
     qf::gamedata::qClear(*m_context);
     return {};
 }
@@ -239,14 +259,15 @@ QVariant qForms::qClear()
 QVariant qForms::qCheckGame()
 {
     const qf::RoutineScope routine(*m_context, "qCheckGame");
+    const ChoiceBatch batch(*this);
     qf::detect::qCheckGame(*m_context);
-    announceChoices();
     return {};
 }
 
 QVariant qForms::qScanForMods()
 {
     const qf::RoutineScope routine(*m_context, "qScanForMods");
+    const ChoiceBatch batch(*this);
     qf::mods::qScanForMods(*m_context);
     return {};
 }
@@ -254,6 +275,7 @@ QVariant qForms::qScanForMods()
 QVariant qForms::qModInit()
 {
     const qf::RoutineScope routine(*m_context, "qModInit");
+    const ChoiceBatch batch(*this);
     qf::mods::qModInit(*m_context);
     return {};
 }
@@ -261,6 +283,7 @@ QVariant qForms::qModInit()
 QVariant qForms::qSelectMod()
 {
     const qf::RoutineScope routine(*m_context, "qSelectMod");
+    const ChoiceBatch batch(*this);
     qf::mods::qSelectMod(*m_context);
     return {};
 }
@@ -276,6 +299,7 @@ QVariant qForms::qSaveSettings()
 QVariant qForms::qLoadSettings()
 {
     const qf::RoutineScope routine(*m_context, "qLoadSettings");
+    const ChoiceBatch batch(*this);
     qf::settings::qLoadSettings(*m_context);
     return {};
 }
@@ -288,19 +312,21 @@ void qForms::lblStatus_Change()
 void qForms::cmdBrowse_Click()
 {
     const qf::RoutineScope routine(*m_context, "cmdBrowse_Click");
+    const ChoiceBatch batch(*this);
     qf::dialogs::cmdBrowse_Click(*m_context);
 }
 
 void qForms::txtPath_Change()
 {
     const qf::RoutineScope routine(*m_context, "txtPath_Change");
+    const ChoiceBatch batch(*this);
     qf::detect::qCheckGame(*m_context);
-    announceChoices();
 }
 
 void qForms::comModSelect_Click()
 {
     const qf::RoutineScope routine(*m_context, "comModSelect_Click");
+    const ChoiceBatch batch(*this);
     qf::mods::comModSelect_Click(*m_context);
 }
 
@@ -313,12 +339,14 @@ void qForms::cmdEdit_Click()
 void qForms::Check1_Click(qint16 Index)
 {
     const qf::RoutineScope routine(*m_context, "Check1_Click");
+    const ChoiceBatch batch(*this);
     qf::rules::Check1_Click(*m_context, Index);
 }
 
 void qForms::Option1_Click(qint16 Index)
 {
     const qf::RoutineScope routine(*m_context, "Option1_Click");
+    const ChoiceBatch batch(*this);
     qf::rules::Option1_Click(*m_context, Index);
 }
 

@@ -198,8 +198,12 @@ signals:
     void settingsSaveFailed(const QString& message);
 
 private:
-    // Emits the change signals of the choices that differ from what they said last.
+    // Emits the change signals of the choices that differ from what they said
+    // last; inside a public method only once it ends, so that a choice the
+    // method clears and sets again is not announced three times.
     void announceChoices();
+    class ChoiceBatch;
+    int m_choiceBatchDepth = 0;
 
     std::unique_ptr<qf::ControlContext> m_context;
     QString m_announcedMod;
