@@ -47,8 +47,9 @@ LauncherArguments parseLauncherArguments(int argc, char** argv)
         QStringLiteral("number"));
     const QCommandLineOption language(
         QStringLiteral("language"),
-        QStringLiteral("Show the texts in language <index> (%1).").arg(languageList()),
-        QStringLiteral("index"), QStringLiteral("0"));
+        QStringLiteral("Show the texts in language <index> (%1); default: the one chosen last.")
+            .arg(languageList()),
+        QStringLiteral("index"));
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QStringLiteral("Save a picture of the window to <file> (PNG) and quit."),
@@ -94,8 +95,9 @@ LauncherArguments parseLauncherArguments(int argc, char** argv)
             return wrong(QStringLiteral("--game needs a game number from 1 on, not \"%1\".")
                              .arg(parser.value(game)));
     }
-    arguments.language = parser.value(language).toInt(&ok);
-    if (!ok || !isLauncherLanguage(arguments.language))
+    if (parser.isSet(language))
+        arguments.language = parser.value(language).toInt(&ok);
+    if (!ok || (parser.isSet(language) && !isLauncherLanguage(arguments.language)))
         return wrong(QStringLiteral("there is no language \"%1\": choose %2.")
                          .arg(parser.value(language), languageList()));
     arguments.screenshot = parser.value(screenshot);

@@ -111,6 +111,10 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const LauncherConfig& 
     m_pageOf.resize(m_games.size(), nullptr);
     m_colourOf.resize(m_games.size());
     m_pages = new QStackedWidget(central);
+    m_noGame = new QLabel(m_pages);
+    m_noGame->setObjectName(QStringLiteral("noGame"));
+    m_noGame->setAlignment(Qt::AlignCenter);
+    m_pages->addWidget(m_noGame);
     body->addWidget(m_list);
     body->addWidget(m_pages, 1);
     layout->addLayout(body);
@@ -156,13 +160,19 @@ LauncherWindow::LauncherWindow(const QString& hostFolder, const LauncherConfig& 
     connect(m_ok, &QPushButton::clicked, this, &LauncherWindow::accept);
     connect(m_cancel, &QPushButton::clicked, this, &QWidget::close);
     connect(m_filter, &QLineEdit::textChanged, this, &LauncherWindow::filter);
-    connect(m_list, &QListWidget::currentRowChanged, this, &LauncherWindow::showGame);
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row < 0)
+            showNoGame();
+        else
+            showGame(row);
+    });
     connect(m_list, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
         if (showGame(m_list->row(item)))
             play();
     });
     connect(m_language, &QComboBox::currentIndexChanged, this, [this] {
         applyLauncherLanguage(languageIndex());
+        windowMemory().setValue(QStringLiteral("Window/Language"), languageIndex());
         retranslate();
         for (GamePage* opened : std::as_const(m_pageOf))
             if (opened)
@@ -210,6 +220,7 @@ void LauncherWindow::retranslate()
     m_log->setText(tr("Game &log"));
     m_ok->setText(tr("&OK"));
     m_cancel->setText(tr("&Cancel"));
+    m_noGame->setText(tr("No game matches the filter."));
     for (int row = 0; row < m_list->count(); ++row)
         updateGameItem(row);
 }
@@ -244,6 +255,13 @@ int LauncherWindow::rememberedGame() const
     return -1;
 }
 
+int LauncherWindow::rememberedLanguage() const
+{
+    bool ok = false;
+    const int language = windowMemory().value(QStringLiteral("Window/Language")).toInt(&ok);
+    return ok && isLauncherLanguage(language) ? language : 0;
+}
+
 GamePage* LauncherWindow::page(int row) const
 {
     return row >= 0 && row < m_pageOf.size() ? m_pageOf.at(row) : nullptr;
@@ -251,7 +269,7 @@ GamePage* LauncherWindow::page(int row) const
 
 int LauncherWindow::builtPageCount() const
 {
-    return m_pages->count();
+    return m_pages->count() - 1; // not the one for no game
 }
 
 int LauncherWindow::gameCount() const
@@ -357,6 +375,7 @@ void LauncherWindow::updateCommandLine()
 {
     const qf::launch::LaunchDescription launch = launchOf(currentGame());
     m_commandLine->setText(launch.gameProgram.isEmpty() ? QString() : launch.text());
+    m_commandLine->setCursorPosition(0); // the program first
 }
 
 void LauncherWindow::updateButtons()
@@ -376,9 +395,29 @@ void LauncherWindow::updateTabOrder()
 
 void LauncherWindow::filter(const QString& text)
 {
-    for (int row = 0; row < m_list->count(); ++row)
-        m_list->item(row)->setHidden(
-            !m_games.at(row).name.contains(text.trimmed(), Qt::CaseInsensitive));
+    int firstShown = -1;
+    for (int row = 0; row < m_list->count(); ++row) {
+        const bool hidden = !m_games.at(row).name.contains(text.trimmed(), Qt::CaseInsensitive);
+        m_list->item(row)->setHidden(hidden);
+        if (!hidden && firstShown < 0)
+            firstShown = row;
+    }
+    // The page of a game the list no longer shows goes too.
+    const int current = currentGame();
+    if (current >= 0 && m_list->item(current)->isHidden()) {
+        if (firstShown >= 0)
+            showGame(firstShown);
+        else
+            m_list->setCurrentRow(-1); // comes back to showNoGame
+    }
+}
+
+void LauncherWindow::showNoGame()
+{
+    m_pages->setCurrentWidget(m_noGame);
+    updateCommandLine();
+    updateButtons();
+    updateTabOrder();
 }
 
 bool LauncherWindow::isRunning(int row) const

@@ -58,6 +58,8 @@ public:
 
     // The game that was shown last when the window closed; -1 for none.
     int rememberedGame() const;
+    // The language chosen last; 0 (English) when none was.
+    int rememberedLanguage() const;
 
     // How the game at that row starts now; empty while its page was never shown.
     qf::launch::LaunchDescription launchOf(int row) const;
@@ -85,6 +87,7 @@ private:
     void updateTabOrder();
     void checkSomeGames();
     void filter(const QString& text);
+    void showNoGame();
     void openLog();
     void tell(const QString& text, int style);
 
@@ -105,6 +108,7 @@ private:
     QLineEdit* m_filter = nullptr;
     QListWidget* m_list = nullptr;
     QStackedWidget* m_pages = nullptr;
+    QLabel* m_noGame = nullptr;
     QLabel* m_languageLabel = nullptr;
     QComboBox* m_language = nullptr;
     QLabel* m_commandLabel = nullptr;

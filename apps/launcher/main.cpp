@@ -89,7 +89,8 @@ int main(int argc, char** argv)
 
     LauncherWindow window(hostFolder, config, store);
     // The language goes first, so the first page is built once, in it.
-    window.setLanguageIndex(arguments.language);
+    window.setLanguageIndex(arguments.language >= 0 ? arguments.language
+                                                    : window.rememberedLanguage());
     int row = arguments.game - 1;
     if (row < 0)
         row = qMax(0, window.rememberedGame());

@@ -182,6 +182,7 @@ TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsOpenPagesAndAFailedEditTellsWh
         EXPECT_TRUE(control.qpGameStatus().contains(u"wurde gefunden"_s)) << row;
     }
     EXPECT_EQ(emberfall.Check1.at(4).caption(), u"Notmodus"_s);
+    EXPECT_EQ(user.window()->rememberedLanguage(), 1) << "the next start speaks German too";
     EXPECT_EQ(emberfall.Check1.at(4).value(), 1) << "the unsaved choice stays";
     EXPECT_FALSE(emberfall.Combo1.at(1).isEnabled());
     EXPECT_EQ(widget<QAbstractButton>(*window, "play")->text(), u"Spi&elen"_s);
@@ -295,6 +296,11 @@ TEST(LauncherEndToEnd, PlayPassesTheOptionsAsTheyAreNowAndTheGameOutlivesTheLaun
     };
     window->showGame(1);
     qf::ControlWidgets& w = window->page(1)->control().widgets();
+    window->play();
+    EXPECT_EQ(user.messages->texts,
+              QStringList{u"Stonewake cannot start: no folder or program is chosen. Choose the "
+                          "game's folder or program on its page."_s});
+    EXPECT_EQ(widget<QLineEdit>(*window, "commandLine")->text(), QString());
     w.txtPath.setText(game);
     const QString program = game + u"/stonewake.exe"_s;
     EXPECT_EQ(start(), (QStringList{game, u"hud="_s, program, u"+set"_s, u"r_quality"_s,
@@ -356,6 +362,14 @@ TEST(LauncherEndToEnd,
     const auto items = widget<QListWidget>(*window, "games")->findItems(u"*"_s, Qt::MatchWildcard);
     EXPECT_EQ(std::ranges::count_if(items, [](auto* item) { return !item->isHidden(); }), 36)
         << "Stonewake 91, 94, 97 and 901 to 997";
+    // The shown game fell out of the list: the first one left takes its place,
+    // and with none left no page is shown and nothing can be played.
+    EXPECT_EQ(window->currentGame(), 91);
+    EXPECT_TRUE(window->page(91)->isVisibleTo(window.get()));
+    widget<QLineEdit>(*window, "filter")->setText(u"no such game"_s);
+    EXPECT_EQ(window->currentGame(), -1);
+    EXPECT_TRUE(widget(*window, "noGame")->isVisibleTo(window.get()));
+    EXPECT_FALSE(widget(*window, "play")->isEnabled());
 }
 
 TEST(LauncherEndToEnd, WrongArgumentsAreExplainedAndHelpAndVersionNeedNoDisplay)
