@@ -1,4 +1,5 @@
 #include "control/qForms.h"
+#include "launch/Launch.h"
 // The default services a host may also use directly.
 #include "platform/DesktopProgramStarter.h"
 #include "platform/IniFileSettingsStore.h"
@@ -22,7 +23,7 @@ int main(int argc, char** argv)
     if (!qgd.open(QIODevice::WriteOnly))
         return 1;
     qgd.write("[Custom Controls]\nCount=1\nControl1Type=checkbox\nControl1Caption=Sound\n"
-              "Control1ControlKey=Sound\n");
+              "Control1ControlKey=Sound\n[Launch]\nSound[0]=-nosound\n");
     qgd.close();
 
     qForms control;
@@ -36,5 +37,13 @@ int main(int argc, char** argv)
     std::printf("%s|%s\n", qPrintable(status), qPrintable(control.qpGameStatusColour()));
     if (status != QStringLiteral(" Consumer Game wurde in diesem Ordner nicht gefunden."))
         return 1;
-    return control.qpGameStatusColour() == QStringLiteral("red") ? 0 : 1;
+    if (control.qpGameStatusColour() != QStringLiteral("red"))
+        return 1;
+    // The option values and the launch they give, through the installed headers.
+    if (control.optionValues().value(QStringLiteral("Sound")) != QStringLiteral("0"))
+        return 1;
+    const qf::launch::LaunchDescription launch =
+        qf::launch::describeLaunch(control, {QString(), QStringLiteral("game")});
+    std::printf("%s\n", qPrintable(launch.text()));
+    return launch.arguments == QStringList{QStringLiteral("-nosound")} ? 0 : 1;
 }
