@@ -104,10 +104,9 @@ void PreviewWindow::rebuild()
         m_page = buildPage(m_source, m_pageHolder);
         static_cast<QVBoxLayout*>(m_pageHolder->layout())->insertWidget(1, m_page.get());
         // The launch follows every click on the page.
-        connect(m_page.get(), &GamePage::changed, m_launch,
-                [this] { m_launch->setText(launchLine(*m_page)); });
+        connect(m_page.get(), &GamePage::changed, m_launch, [this] { showLaunch(); });
     }
-    m_launch->setText(m_page ? launchLine(*m_page) : QString());
+    showLaunch();
 
     m_findings = m_lint ? m_lint(m_source.gameDataPath) : lint::Findings{};
     const QSignalBlocker quiet(m_list);
@@ -147,6 +146,12 @@ void PreviewWindow::watchFiles()
 void PreviewWindow::fileSaved(const QString&)
 {
     m_rebuildSoon->start();
+}
+
+void PreviewWindow::showLaunch()
+{
+    m_launch->setText(m_page ? launchLine(*m_page) : QString());
+    m_launch->setCursorPosition(0); // the program first
 }
 
 QString PreviewWindow::launchText() const

@@ -42,6 +42,7 @@ signals:
 
 private:
     void rebuild();
+    void showLaunch();
     void watchFiles();
     void fileSaved(const QString& path);
 
