@@ -95,8 +95,13 @@ TEST(Cli, ReadVersionHelpAndErrors)
 TEST(Lint, FindingsExitCodesAndTheCleanSampleGames)
 {
     const std::tuple<QString, QStringList, int> cases[] = {
-        {u"entries"_s, {}, 1}, {u"values"_s, {}, 1}, {u"rules"_s, {}, 1},
-        {u"storage"_s, {}, 1}, {u"routes"_s, {}, 1}, {u"layout"_s, {}, 0}, {u"game"_s, {u"--game"_s, u"Arena"_s}, 0},
+        {u"entries"_s, {}, 1},
+        {u"values"_s, {}, 1},
+        {u"rules"_s, {}, 1},
+        {u"storage"_s, {}, 1},
+        {u"routes"_s, {}, 1},
+        {u"layout"_s, {}, 0},
+        {u"game"_s, {u"--game"_s, u"Arena"_s}, 0},
     };
     for (const auto& [name, options, exitCode] : cases) {
         const CliResult result =

@@ -115,8 +115,8 @@ TEST(ControlProperties, ThePlayersChoicesFollowTheWidgetsAndAnnounceEachChangeOn
     QFile(game.filePath(u"ctf/maps.pk3"_s)).open(QIODevice::WriteOnly);
     control.setQpGameName(u"Arena"_s);
     qf::IniFileSettingsStore store;
-    for (const auto& [key, value] : {std::pair{qf::settings::Path, game.path()},
-                                     std::pair{qf::settings::ModName, u"ctf"_s}})
+    for (const auto& [key, value] :
+         {std::pair{qf::settings::Path, game.path()}, std::pair{qf::settings::ModName, u"ctf"_s}})
         store.saveValue(qf::settings::Application, u"Arena"_s, key, value);
     store.sync();
     control.qLoadSettings();

@@ -1,6 +1,6 @@
+#include "launch/Launch.h"
 #include "PeImage.h"
 #include "context/SettingsKeys.h"
-#include "launch/Launch.h"
 #include "support/HostedControl.h"
 
 #include <QFile>
@@ -101,7 +101,7 @@ TEST_F(LaunchTest, OptionValuesAreWhatTheSaveStoresOnEverySamplePage)
     }
 }
 
-TEST_F(LaunchTest, EachRouteKindGivesExactlyItsWordsAndStatesWinOverTheGeneralRoute)
+TEST_F(LaunchTest, EachRouteKindGivesItsWordsStatesWinAndARouteThatCannotBeFilledIsSkippedWhole)
 {
     const QString folder = install(false);
     launch::LaunchDescription described = launch::describeLaunch(control);
@@ -115,8 +115,8 @@ TEST_F(LaunchTest, EachRouteKindGivesExactlyItsWordsAndStatesWinOverTheGeneralRo
     EXPECT_EQ(described.workingFolder, folder);
     EXPECT_TRUE(described.skipped.isEmpty());
     EXPECT_EQ(described.text(), u"PLAYER=x nice -n 5 '%1/game.exe' -box --pick=a --name x -opt "
-                                "'x{True}' +exec '%2'"_s.arg(folder, host.filePath(
-                                                                     u"Data/Arena/Configs/my game.cfg"_s)));
+                                "'x{True}' +exec '%2'"_s.arg(
+                                    folder, host.filePath(u"Data/Arena/Configs/my game.cfg"_s)));
 
     // Unticked, the other item, an empty text, the option off, and a page
     // without config: each route gives its state's words or nothing.
@@ -142,93 +142,15 @@ TEST_F(LaunchTest, EachRouteKindGivesExactlyItsWordsAndStatesWinOverTheGeneralRo
     described = launch::describeLaunch(control, {u"/opt/proton/wine"_s});
     EXPECT_TRUE(described.windowsProgram);
     EXPECT_EQ(described.arguments.mid(0, 6),
-              (QStringList{u"-n"_s, u"5"_s, u"/opt/proton/wine"_s, u"explorer"_s,
-                           u"/desktop=x,y"_s, folder + u"/game.exe"_s}));
+              (QStringList{u"-n"_s, u"5"_s, u"/opt/proton/wine"_s, u"explorer"_s, u"/desktop=x,y"_s,
+                           folder + u"/game.exe"_s}));
     EXPECT_EQ(described.arguments.last(),
               u"Z:"_s + host.filePath(u"Data/Arena/Configs/my game.cfg"_s).replace(u'/', u'\\'));
-}
 
-TEST_F(LaunchTest, HostilePlayerTextStaysOneArgumentAndOneEnvironmentValue)
-{
-    install(false);
-    const QString hostile[] = {u"two words"_s,
-                               u"\"quoted\" 'single'"_s,
-                               u"$HOME `id` $(id)"_s,
-                               u";rm -rf x"_s,
-                               u"-leading --dash"_s,
-                               QString(1023, u'w'),
-                               u"Spieler Ä ü 名前 🎮"_s,
-                               u"{value} {{ }}"_s,
-                               u"a;;env:EVIL=1"_s};
-    for (const QString& text : hostile) {
-        w.Text1.at(1).setText(text);
-        const launch::LaunchDescription described = launch::describeLaunch(control);
-        const qsizetype name = described.arguments.indexOf(u"--name"_s);
-        ASSERT_GE(name, 0) << text.toStdString();
-        EXPECT_EQ(described.arguments.at(name + 1), text);
-        EXPECT_EQ(described.arguments.at(name + 2), u"-opt"_s) << "nothing after the value";
-        EXPECT_EQ(described.arguments.at(name + 3), text + u"{True}"_s);
-        EXPECT_EQ(described.environment,
-                  (QList<launch::EnvironmentChange>{{u"PLAYER"_s, text}}));
-    }
-}
-
-TEST(LaunchRoutes, MalformedLinesAreLeftOutWithTheirReason)
-{
-    const struct {
-        const char* line;
-        const char* reason; // empty: the line is a usable route
-    } cases[] = {
-        {"A=-a {value", "never closed"},
-        {"A=-a value}", "closes no placeholder"},
-        {"A=-a {}", "names no value"},
-        {"A=-a \"open", "quote \" is never closed"},
-        {"A=--x={words}", "word of its own"},
-        {"A=env:=1", "needs a name"},
-        {"A=env:NAME", "sets nothing"},
-        {"A=env:{x}=1", ""},
-        {"A=env:NA\x01ME=1", ""},
-        {"A[1=x", "must end the name"},
-        {"A]=x", "without \"[\""},
-        {"A [1]=x", ""},
-        {"=x", "no key before"},
-        {"Broken", "no \"=\""},
-        {"A[]=", ""},
-        {"; A=x {", ""},
-    };
-    for (const auto& c : cases) {
-        const launch::LaunchRoutes routes = launch::parseLaunchRoutes(
-            qf::IniDocument::parse(u"[launch]\n"_s + QString::fromUtf8(c.line)));
-        const bool comment = *c.line == ';';
-        EXPECT_EQ(routes.routes.size(), *c.reason || comment ? 0 : 1) << c.line;
-        if (*c.reason) {
-            ASSERT_EQ(routes.problems.size(), 1) << c.line;
-            EXPECT_TRUE(routes.problems.first().message.contains(QString::fromUtf8(c.reason)))
-                << c.line << ": " << routes.problems.first().message.toStdString();
-            EXPECT_EQ(routes.problems.first().position.line, 2);
-        } else {
-            EXPECT_TRUE(routes.problems.isEmpty()) << c.line;
-        }
-    }
-    EXPECT_FALSE(launch::environmentNameProblem(u"A"_s + QChar::Null + u"B"_s).isEmpty());
-
-    // The first line of a key and state counts, as in every profile read, and
-    // so does the first section.
-    const launch::LaunchRoutes twice = launch::parseLaunchRoutes(qf::IniDocument::parse(
-        u"[Launch]\nA=-first\nA[1]=-one\na=-second\n[LAUNCH]\nB=-b\n"_s));
-    ASSERT_EQ(twice.routes.size(), 2);
-    EXPECT_EQ(twice.routes.at(0).actions.at(0).words.at(0).at(0).text, u"-first"_s);
-    ASSERT_EQ(twice.problems.size(), 2);
-    EXPECT_EQ(twice.problems.at(0).position.line, 4);
-    EXPECT_TRUE(twice.problems.at(1).message.contains(u"appears again"_s));
-}
-
-TEST_F(LaunchTest, ARouteThatCannotBeFilledIsSkippedWholeWithItsReason)
-{
-    install(false);
-    host.write(u"Data/game.qgd"_s, Page + "Box=-box {path}\nName[x]=-ok;;-a {Nobody}\n");
+    // A route that cannot be filled is skipped whole, with its reason.
+    host.write(u"Data/game.qgd"_s, Page + "Box=-box {path}\nName[y]=-ok;;-a {Nobody}\n");
     w.Check1.at(1).setValue(2); // no state route for 2: the general one, which fails
-    const launch::LaunchDescription described = launch::describeLaunch(control);
+    described = launch::describeLaunch(control);
     QStringList reasons;
     for (const launch::RouteProblem& problem : described.skipped)
         reasons << problem.key + u": "_s + problem.message;
@@ -237,4 +159,68 @@ TEST_F(LaunchTest, ARouteThatCannotBeFilledIsSkippedWholeWithItsReason)
                                     u"Name: {Nobody} names no option of this page"_s}));
     EXPECT_FALSE(described.arguments.contains(u"-box"_s));
     EXPECT_FALSE(described.arguments.contains(u"-ok"_s)) << "a route applies whole or not at all";
+}
+
+TEST_F(LaunchTest, HostilePlayerTextStaysOneArgumentAndOneEnvironmentValue)
+{
+    install(false);
+    const QStringList hostile =
+        u"two words|\"quoted\" 'single'|$HOME `id` $(id)|;rm -rf x|-leading "
+        "--dash|Spieler Ä ü 名前 🎮|{value} {{ }}|a;;env:EVIL=1"_s.split(u'|')
+        << QString(1023, u'w');
+    for (const QString& text : hostile) {
+        w.Text1.at(1).setText(text);
+        const launch::LaunchDescription described = launch::describeLaunch(control);
+        const qsizetype name = described.arguments.indexOf(u"--name"_s);
+        ASSERT_GE(name, 0) << text.toStdString();
+        EXPECT_EQ(described.arguments.at(name + 1), text);
+        EXPECT_EQ(described.arguments.at(name + 2), u"-opt"_s) << "nothing after the value";
+        EXPECT_EQ(described.arguments.at(name + 3), text + u"{True}"_s);
+        EXPECT_EQ(described.environment, (QList<launch::EnvironmentChange>{{u"PLAYER"_s, text}}));
+    }
+}
+
+TEST(LaunchRoutes, MalformedLinesAreLeftOutWithTheirReason)
+{
+    const struct {
+        const char* line;
+        const char* reason; // empty: the line is a usable route
+    } cases[] = {{"A=-a {value", "never closed"},
+                 {"A=-a value}", "closes no placeholder"},
+                 {"A=-a {}", "names no value"},
+                 {"A=-a \"open", "quote \" is never closed"},
+                 {"A=--x={words}", "word of its own"},
+                 {"A=env:=1", "needs a name"},
+                 {"A=env:NAME", "sets nothing"},
+                 {"A=env:{x}=1", ""},
+                 {"A=env:NA\x01ME=1", ""},
+                 {"A[1=x", "must end the name"},
+                 {"A]=x", "without \"[\""},
+                 {"A [1]=x", ""},
+                 {"=x", "no key before"},
+                 {"Broken", "no \"=\""},
+                 {"A[]=", ""},
+                 {"; A=x {", ""}};
+    for (const auto& c : cases) {
+        const launch::LaunchRoutes routes = launch::parseLaunchRoutes(
+            qf::IniDocument::parse(u"[launch]\n"_s + QString::fromUtf8(c.line)));
+        const bool comment = *c.line == ';';
+        EXPECT_EQ(routes.routes.size(), *c.reason || comment ? 0 : 1) << c.line;
+        ASSERT_EQ(routes.problems.size(), *c.reason ? 1 : 0) << c.line;
+        for (const launch::RouteProblem& problem : routes.problems) {
+            EXPECT_TRUE(problem.message.contains(QString::fromUtf8(c.reason))) << c.line;
+            EXPECT_EQ(problem.position.line, 2);
+        }
+    }
+    EXPECT_FALSE(launch::environmentNameProblem(u"A"_s + QChar::Null + u"B"_s).isEmpty());
+
+    // The first line of a key and state counts, as in every profile read, and
+    // so does the first section.
+    const launch::LaunchRoutes twice = launch::parseLaunchRoutes(
+        qf::IniDocument::parse(u"[Launch]\nA=-first\nA[1]=-one\na=-second\n[LAUNCH]\nB=-b\n"_s));
+    ASSERT_EQ(twice.routes.size(), 2);
+    EXPECT_EQ(twice.routes.at(0).actions.at(0).words.at(0).at(0).text, u"-first"_s);
+    ASSERT_EQ(twice.problems.size(), 2);
+    EXPECT_EQ(twice.problems.at(0).position.line, 4);
+    EXPECT_TRUE(twice.problems.at(1).message.contains(u"appears again"_s));
 }

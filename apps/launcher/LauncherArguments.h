@@ -4,7 +4,7 @@
 
 // The launcher's command line, read before any window exists.
 struct LauncherArguments {
-    int game = 0; // 1 is the first; 0 when not given
+    int game = 0;      // 1 is the first; 0 when not given
     int language = -1; // -1: the language chosen last
     QString screenshot;
     QString config;

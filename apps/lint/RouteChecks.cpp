@@ -58,8 +58,8 @@ QHash<QString, RoutedOption> optionsOf(const LintContext& lint)
     for (const QString& fixed :
          {settings::ModName, settings::CommandLineParameters, settings::ConfigName})
         options.insert(folded(fixed), {0, fixed, QStringLiteral("fixed choice"), {}});
-    options.insert(folded(settings::LoadModAlways), {0, settings::LoadModAlways,
-                                                     QStringLiteral("mod check box"), checkStates});
+    options.insert(folded(settings::LoadModAlways),
+                   {0, settings::LoadModAlways, QStringLiteral("mod check box"), checkStates});
     // In entry order: of entries sharing a key the later one is stored.
     for (const auto& [entry, kindWord] : lint.kinds) {
         const gd::Kind kind = gd::kindOf(kindWord);
@@ -90,9 +90,10 @@ void checkRoutes(LintContext& lint)
         return; // a file for hosts that start their games themselves
     const launch::LaunchRoutes routes = launch::parseLaunchRoutes(*lint.document);
     for (const launch::RouteProblem& problem : routes.problems)
-        lint.addAt(Severity::Error, QStringLiteral("routes-syntax"),
-                   QStringLiteral("%1: %2; the line passes nothing").arg(problem.key, problem.message),
-                   0, lint.path, problem.position);
+        lint.addAt(
+            Severity::Error, QStringLiteral("routes-syntax"),
+            QStringLiteral("%1: %2; the line passes nothing").arg(problem.key, problem.message), 0,
+            lint.path, problem.position);
 
     const QHash<QString, RoutedOption> options = optionsOf(lint);
     QSet<QString> mentioned;
@@ -114,7 +115,8 @@ void checkRoutes(LintContext& lint)
             lint.addAt(Severity::Warning, QStringLiteral("routes-state"),
                        QStringLiteral("%1: the %2 \"%3\" is never \"%4\"; it is one of %5")
                            .arg(written, option->kindWord, option->name, *route.state,
-                                QStringLiteral("\"") + option->states.join(QStringLiteral("\", \"")) +
+                                QStringLiteral("\"") +
+                                    option->states.join(QStringLiteral("\", \"")) +
                                     QStringLiteral("\"")),
                        option->entry, lint.path, route.position);
         for (const launch::Action& action : route.actions)

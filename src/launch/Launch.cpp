@@ -117,8 +117,9 @@ LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString,
     launch.gameProgram = gameProgram;
     launch.windowsProgram = paths::isFile(gameProgram) ? isWindowsProgram(gameProgram)
                                                        : datapaths::namesProgram(gameProgram);
-    launch.workingFolder = !gameFolder.isEmpty() && paths::isDirectory(gameFolder) ? paths::resolve(gameFolder)
-                                                       : QFileInfo(gameProgram).path();
+    launch.workingFolder = !gameFolder.isEmpty() && paths::isDirectory(gameFolder)
+                               ? paths::resolve(gameFolder)
+                               : QFileInfo(gameProgram).path();
     if (gameProgram.isEmpty())
         launch.workingFolder.clear();
 
@@ -140,8 +141,8 @@ LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString,
                    folded(*other.state) == folded(value);
         };
         if (route.state ? !matches(route)
-                        : value.isEmpty() || std::any_of(routes.routes.begin(),
-                                                         routes.routes.end(), matches))
+                        : value.isEmpty() ||
+                              std::any_of(routes.routes.begin(), routes.routes.end(), matches))
             continue;
         // A route applies whole or not at all.
         QStringList arguments;
@@ -198,14 +199,13 @@ LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString,
 LaunchDescription describeLaunch(const qForms& control, const LaunchOptions& options)
 {
     LaunchRoutes routes;
-    if (const auto document =
-            loadProfile(datapaths::dataPath(control.AppPath(), control.qpQGD())))
+    if (const auto document = loadProfile(datapaths::dataPath(control.AppPath(), control.qpQGD())))
         routes = parseLaunchRoutes(*document);
     QString configPath;
     if (const QString config = control.chosenConfig(); !config.isEmpty())
         configPath = paths::resolve(control.widgets().lstConfig.path() + u'/' + config);
-    const QString program = control.programPath().isEmpty() ? options.programIfNoneChosen
-                                                            : control.programPath();
+    const QString program =
+        control.programPath().isEmpty() ? options.programIfNoneChosen : control.programPath();
     LaunchDescription launch = describeLaunch(routes, launchValues(control), program,
                                               control.qpGamePath(), configPath, options);
     launch.skipped = routes.problems + launch.skipped;

@@ -59,7 +59,8 @@ QList<Word> parseWords(QStringView text, bool oneWord)
                                                 "a brace")};
             const qsizetype close = text.indexOf(u'}', i + 1);
             if (close < 0)
-                throw ParseError{QStringLiteral("a \"{\" is never closed; write \"{{\" for a brace")};
+                throw ParseError{
+                    QStringLiteral("a \"{\" is never closed; write \"{{\" for a brace")};
             const QString name = text.sliced(i + 1, close - i - 1).trimmed().toString();
             if (name.isEmpty())
                 throw ParseError{QStringLiteral("\"{}\" names no value; write {value}")};
@@ -93,12 +94,12 @@ Action parseAction(QStringView text)
         const QStringView rest = text.sliced(4);
         const qsizetype equals = rest.indexOf(u'=');
         if (equals < 0)
-            throw ParseError{
-                QStringLiteral("\"%1\" sets nothing; write env:NAME=value").arg(text)};
+            throw ParseError{QStringLiteral("\"%1\" sets nothing; write env:NAME=value").arg(text)};
         action.name = rest.first(equals).trimmed().toString();
         if (const QString problem = environmentNameProblem(action.name); !problem.isEmpty())
             throw ParseError{problem};
-        const QString value = IniDocument::stripQuotes(rest.sliced(equals + 1).trimmed().toString());
+        const QString value =
+            IniDocument::stripQuotes(rest.sliced(equals + 1).trimmed().toString());
         action.words = parseWords(value, true);
         if (action.words.isEmpty())
             action.words.append(Word{});
@@ -186,9 +187,9 @@ LaunchRoutes parseLaunchRoutes(const IniDocument& document)
                 route.key.toCaseFolded() + u'\n' +
                 (route.state ? QStringLiteral("[") + route.state->toCaseFolded() : QString());
             if (routed.contains(identity)) {
-                problem(QStringLiteral("%1 is routed again; only its first line is used")
-                            .arg(written),
-                        false);
+                problem(
+                    QStringLiteral("%1 is routed again; only its first line is used").arg(written),
+                    false);
                 continue;
             }
             try {

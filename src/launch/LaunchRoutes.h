@@ -36,7 +36,7 @@ enum class ActionKind {
 
 struct Action {
     ActionKind kind = ActionKind::Arguments;
-    QString name; // of the environment variable
+    QString name;      // of the environment variable
     QList<Word> words; // the variable's value is one word
 };
 

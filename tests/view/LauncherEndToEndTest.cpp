@@ -252,9 +252,8 @@ TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnly
         const QString config = user.host + u"/Data/Hollow Reach/Configs/autoexec.cfg"_s;
         const QStringList arguments =
             QStringList{game} + (c.windowsProgram ? QStringList{program} : QStringList()) +
-            QStringList{u"+set"_s, u"r_fullscreen"_s, u"1"_s, u"+set"_s, u"r_swapinterval"_s,
-                        u"0"_s, u"+set"_s, u"name"_s, u"player"_s, u"+exec"_s,
-                        c.windowsProgram ? u"Z:"_s + QString(config).replace(u'/', u'\\') : config,
+            u"+set r_fullscreen 1 +set r_swapinterval 0 +set name player +exec"_s.split(u' ') +
+            QStringList{c.windowsProgram ? u"Z:"_s + QString(config).replace(u'/', u'\\') : config,
                         u"+name"_s, u"Tes ter"_s, u"$HOME"_s, u"it's"_s};
         args.open(QIODevice::ReadOnly);
         EXPECT_EQ(QString::fromUtf8(args.readAll()).split(u'\n', Qt::SkipEmptyParts),
@@ -303,16 +302,14 @@ TEST(LauncherEndToEnd, PlayPassesTheOptionsAsTheyAreNowAndTheGameOutlivesTheLaun
     EXPECT_EQ(widget<QLineEdit>(*window, "commandLine")->text(), QString());
     w.txtPath.setText(game);
     const QString program = game + u"/stonewake.exe"_s;
-    EXPECT_EQ(start(), (QStringList{game, u"hud="_s, program, u"+set"_s, u"r_quality"_s,
-                                    u"high"_s, u"+set"_s, u"cl_subtitles"_s, u"0"_s}));
+    const QStringList options = u"+set r_quality high +set cl_subtitles"_s.split(u' ');
+    EXPECT_EQ(start(), QStringList({game, u"hud="_s, program}) + options + QStringList{u"0"_s});
 
-    w.Check1.at(3).setValue(1); // subtitles
-    w.Check1.at(4).setValue(1); // DXVK's HUD
+    w.Check1.at(3).setValue(1);     // subtitles
+    w.Check1.at(4).setValue(1);     // DXVK's HUD
     w.Combo1.at(2).setListIndex(1); // a Wine desktop of 1280x720
-    const QStringList now = {u"explorer"_s, u"/desktop=Stonewake,1280x720"_s, program,
-                             u"+set"_s,     u"r_quality"_s,
-                             u"high"_s,     u"+set"_s,
-                             u"cl_subtitles"_s, u"1"_s};
+    const QStringList now = QStringList{u"explorer"_s, u"/desktop=Stonewake,1280x720"_s, program} +
+                            options + QStringList{u"1"_s};
     EXPECT_EQ(start(), QStringList({game, u"hud=fps,frametimes"_s}) + now);
     EXPECT_EQ(widget<QLineEdit>(*window, "commandLine")->text(),
               u"DXVK_HUD=fps,frametimes "_s + runner + u" "_s + now.join(u' '));
