@@ -143,6 +143,9 @@ TEST(LauncherEndToEnd, TabVisitsEveryNamedFieldAndChoicesAcceptedWithOkSurviveAR
         QTest::keyClicks(widget(page, "txtCLP"), u"+set name Tester"_s);
         widget<QListWidget>(page, "lstConfig")->setCurrentRow(1);
         EXPECT_TRUE(widget<QLineEdit>(*window, "commandLine")->text().contains(u"fs_game ctf"_s));
+        widget<QAbstractButton>(page, "chkModCheck")->click(); // "Always load the mod" off
+        EXPECT_FALSE(widget<QLineEdit>(*window, "commandLine")->text().contains(u"fs_game"_s));
+        widget<QAbstractButton>(page, "chkModCheck")->click();
 
         // The mod's description is longer than its box: the tooltip shows it whole.
         QApplication::processEvents();
