@@ -57,6 +57,15 @@ struct RecordingMessageBox : qf::MessageBox {
 class LauncherUser {
 public:
     QString folder(const char* name) const { return m_home.filePath(QLatin1String(name)); }
+    // A shell script in this user's folder, ready to run; its path.
+    QString script(const char* name, const QByteArray& body) const
+    {
+        QFile file(folder(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\n" + body);
+        file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
+        return file.fileName();
+    }
     // The host folder of the windows this user opens.
     QString host = builtHost();
     std::shared_ptr<RecordingMessageBox> messages = std::make_shared<RecordingMessageBox>();
@@ -209,14 +218,10 @@ TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnly
     LauncherUser user;
     const QString game = user.folder("games/Hollow $Reach \"HD\"");
     const QString program = game + u"/reach.exe"_s;
-    const QString runner = user.folder("runner");
+    const QString runner =
+        user.script("runner", "printf '%s\\n' \"$PWD\" \"$@\" >> \"$0.args\"\n"
+                              "echo loading; echo \"out of memory\"; exit ${FAKE_EXIT:-0}\n");
     QDir().mkpath(game);
-    QFile script(runner);
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"$@\" >> \"$0.args\"\n"
-                 "echo loading; echo \"out of memory\"; exit ${FAKE_EXIT:-0}\n");
-    script.close();
-    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
     const struct {
         bool windowsProgram;
         QString configuredRunner;
@@ -280,13 +285,9 @@ TEST(LauncherEndToEnd, PlayPassesTheOptionsAsTheyAreNowAndTheGameOutlivesTheLaun
     const QString game = user.folder("games/Stonewake");
     QDir().mkpath(game);
     ASSERT_TRUE(qf::PeImage(qf::PeOptions{}).write(game + u"/stonewake.exe"_s));
-    const QString runner = user.folder("wine");
-    QFile script(runner);
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"hud=$DXVK_HUD\" \"$@\" > \"$0.args\"\n"
-                 "[ -z \"$LINGER\" ] || { sleep 1; echo alive > \"$0.alive\"; }\n");
-    script.close();
-    script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+    const QString runner =
+        user.script("wine", "printf '%s\\n' \"$PWD\" \"hud=$DXVK_HUD\" \"$@\" > \"$0.args\"\n"
+                            "[ -z \"$LINGER\" ] || { sleep 1; echo alive > \"$0.alive\"; }\n");
     auto window = user.window({{}, runner});
     const auto start = [&] {
         QFile::remove(runner + u".args"_s);
