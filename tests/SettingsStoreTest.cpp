@@ -261,8 +261,18 @@ TEST_F(SettingsStoreTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValues)
             mixed += fresh.readValue(App, u"Arena"_s, u"Key %1"_s.arg(k), {}) != first;
         EXPECT_EQ(mixed, 0) << "after " << delay.count() << " ms";
     }
-    // A lock the last kill may have left is taken over.
+    // A lock the last kill may have left is taken over, and so are the
+    // temporary files of killed saves; files of other programs stay.
+    const QStringList others = {App + u".ini.qforms-save-x.tmp.bak"_s, App + u".ini.1a2b"_s,
+                                u"Other.ini.qforms-save-1a2b.tmp"_s,
+                                App + u".ini.qforms-save-.tmp"_s};
+    for (const QString& name : others + QStringList{App + u".ini.qforms-save-k1ll3d.tmp"_s})
+        ASSERT_TRUE(writeFile(dir.filePath(name), "x"));
     EXPECT_NO_THROW(saveGeneration(*store, 98, Keys));
+    QStringList left = QDir(dir.path()).entryList(QDir::Files);
+    left.removeAll(App + u".ini"_s);
+    left.removeAll(App + u".ini.lock"_s);
+    EXPECT_EQ(QSet<QString>(left.begin(), left.end()), QSet<QString>(others.begin(), others.end()));
 }
 
 // A failed save keeps the old file, and its values for the next sync; the

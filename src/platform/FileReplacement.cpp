@@ -1,10 +1,13 @@
 #include "platform/FileReplacement.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 #include <cerrno>
+#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -36,15 +39,44 @@ int syncToDisk(int fd)
     return ::fsync(fd) != 0 && errno != EINVAL ? errno : 0;
 }
 
+// The temporary file of a replacement: the target's name, the infix, base-36
+// digits and the suffix.
+const QString TemporaryInfix = QStringLiteral(".qforms-save-");
+constexpr char TemporarySuffix[] = ".tmp";
+
+QString targetOf(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.isSymLink() ? info.symLinkTarget() : info.absoluteFilePath();
+}
+
 } // namespace
+
+int removeStaleReplacements(const QString& path)
+{
+    const QFileInfo target(targetOf(path));
+    const QString prefix = target.fileName() + TemporaryInfix;
+    static const QRegularExpression digits(QStringLiteral("^[0-9a-z]+$"));
+    int removed = 0;
+    QDir folder = target.absoluteDir();
+    for (const QString& name :
+         folder.entryList({prefix + u'*'}, QDir::Files | QDir::Hidden | QDir::System)) {
+        const QString middle = name.mid(prefix.size(), name.size() - prefix.size() -
+                                                           qsizetype(strlen(TemporarySuffix)));
+        if (name.endsWith(QLatin1String(TemporarySuffix)) && digits.match(middle).hasMatch() &&
+            folder.remove(name))
+            ++removed;
+    }
+    return removed;
+}
 
 int replaceFileContents(const QString& path, QByteArrayView bytes)
 {
-    const QFileInfo info(path);
-    const QString target = info.isSymLink() ? info.symLinkTarget() : info.absoluteFilePath();
+    const QString target = targetOf(path);
     const QByteArray nativeTarget = QFile::encodeName(target);
-    const QByteArray temporary =
-        nativeTarget + '.' + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+    const QByteArray temporary = QFile::encodeName(target + TemporaryInfix) +
+                                 QByteArray::number(QRandomGenerator::system()->generate64(), 36) +
+                                 TemporarySuffix;
 
     struct stat old {};
     const bool existed = ::stat(nativeTarget.constData(), &old) == 0;

@@ -14,4 +14,11 @@ namespace qf {
 // before the rename leaves the old file as it was.
 int replaceFileContents(const QString& path, QByteArrayView bytes);
 
+// Removes the temporary files that replacements of the file left when their
+// process was killed before the rename: "<name>.qforms-save-<random>.tmp"
+// beside it, a name nothing else uses. Call it only where no other
+// replacement of the file can be running, under the file's lock. Returns how
+// many it removed.
+int removeStaleReplacements(const QString& path);
+
 } // namespace qf

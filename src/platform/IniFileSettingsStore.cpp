@@ -196,6 +196,9 @@ void IniFileSettingsStore::write(File& file)
         QThread::usleep(QRandomGenerator::system()->bounded(500, 3000));
     }
 
+    // Only the lock holder writes temporary files: any there now are left from
+    // a save that was killed.
+    removeStaleReplacements(file.path);
     try {
         refresh(file);
     } catch (const PathError& error) {

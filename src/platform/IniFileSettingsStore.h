@@ -27,7 +27,8 @@ namespace qf {
 // reads the file as it is now, sets the collected values in what it read, and
 // writes that whole, as QSettings would, in place of the file (flushed to the
 // disk, renamed over it), so other processes' keys survive, old bytes cannot
-// swallow new lines, and an interrupted write leaves the old file. Values
+// swallow new lines, and an interrupted write leaves the old file; the
+// temporary files of saves that were killed are removed then too. Values
 // still collected when the store is destroyed are lost: only sync() writes.
 //
 // Use it from one thread.
