@@ -186,3 +186,28 @@ TEST_F(SaveLoadSettingsTest, StoredValuesComeBackWhereTheyFitElseTheEntryDefault
     control.qLoadSettings();
     EXPECT_EQ(w.lstConfig.fileName(), u"a.cfg"_s) << "deleted: the first file";
 }
+
+// Each call sees the files as they were when it first looked at them,
+// however they change while it runs (here from the host's StatusChange
+// handler and a widget's click); the next call sees them changed.
+TEST_F(SaveLoadSettingsTest, ACallLooksAtEachFileOnceAndTheNextSeesItChanged)
+{
+    const QByteArray entries = "Count=2\nControl1Type=checkbox\nControl1ControlKey=Sound\n"
+                               "Control1ControlDefaultValue=1\nControl2Type=checkbox\n"
+                               "Control2Index=2\nControl2ControlKey=Music\n"
+                               "Control2ControlDefaultValue=";
+    build(entries + "1\n");
+    storeValues({{keys::Path, u"/nowhere"_s}});
+    const auto changeStore = QObject::connect(&control, &qForms::StatusChange,
+                                              [&] { storeValues({{u"Sound"_s, u"2"_s}}); });
+    const int changeGameData = w.Check1.click.connect(
+        [&](int) { host.writeCustomControls(u"game.qgd"_s, entries + "0\n"); });
+    control.qLoadSettings();
+    EXPECT_EQ(w.Check1.at(1).value(), 1);
+    EXPECT_EQ(w.Check1.at(2).value(), 1);
+    QObject::disconnect(changeStore);
+    w.Check1.click.disconnect(changeGameData);
+    control.qLoadSettings();
+    EXPECT_EQ(w.Check1.at(1).value(), 2);
+    EXPECT_EQ(w.Check1.at(2).value(), 0);
+}

@@ -5,12 +5,14 @@
 #include "platform/FileDialog.h"
 #include "platform/LanguageTextProvider.h"
 #include "platform/MessageBox.h"
+#include "platform/ProfileReader.h"
 #include "platform/ProgramStarter.h"
 #include "platform/SettingsStore.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace qf {
 
@@ -100,9 +102,13 @@ private:
 // Names the routine that runs while it lives; routines nest.
 class RoutineScope {
 public:
+    // The outermost routine of a call takes a profile snapshot, unless the
+    // caller holds one: every read of a file in the call shares one look at it.
     RoutineScope(ControlContext& context, const char* name)
         : m_context(context), m_outer(context.routine)
     {
+        if (*m_outer == 0 && ProfileSnapshot::currentId() == 0)
+            m_snapshot.emplace();
         context.routine = name;
     }
     ~RoutineScope() { m_context.routine = m_outer; }
@@ -112,6 +118,7 @@ public:
 private:
     ControlContext& m_context;
     const char* m_outer;
+    std::optional<ProfileSnapshot> m_snapshot;
 };
 
 } // namespace qf

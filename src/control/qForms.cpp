@@ -63,6 +63,7 @@ QString qForms::programPath() const
 
 QMap<QString, QString> qForms::optionValues() const
 {
+    const qf::RoutineScope routine(*m_context, "optionValues");
     return qf::settings::optionValues(*m_context);
 }
 

@@ -198,6 +198,7 @@ LaunchDescription describeLaunch(const LaunchRoutes& routes, const QMap<QString,
 
 LaunchDescription describeLaunch(const qForms& control, const LaunchOptions& options)
 {
+    const ProfileSnapshot oneLook; // the routes and the values from one state of the file
     LaunchRoutes routes;
     if (const auto document = loadProfile(datapaths::dataPath(control.AppPath(), control.qpQGD())))
         routes = parseLaunchRoutes(*document);

@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/FileReplacement.h"
+#include "platform/ProfileReader.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -135,6 +136,10 @@ IniFileSettingsStore::File& IniFileSettingsStore::file(const QString& applicatio
 
 void IniFileSettingsStore::refresh(File& file) const
 {
+    const quint64 snapshot = ProfileSnapshot::currentId();
+    if (file.read && snapshot != 0 && file.snapshot == snapshot)
+        return;
+    file.snapshot = snapshot;
     const QByteArray nativePath = QFile::encodeName(file.path);
     struct stat status {};
     if (::stat(nativePath.constData(), &status) != 0) {
@@ -199,6 +204,7 @@ void IniFileSettingsStore::write(File& file)
     // Only the lock holder writes temporary files: any there now are left from
     // a save that was killed.
     removeStaleReplacements(file.path);
+    file.snapshot = 0; // under the lock the file is looked at anew, whatever the call
     try {
         refresh(file);
     } catch (const PathError& error) {

@@ -81,6 +81,9 @@ private:
         std::optional<Identity> identity;
         settingsini::Document document;
         bool read = false;
+        // The profile snapshot in which the file was last looked at: within
+        // one snapshot (one call of the control) it is looked at once.
+        quint64 snapshot = 0;
     };
 
     File& file(const QString& application) const;

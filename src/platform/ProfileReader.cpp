@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QHash>
 
+#include <atomic>
 #include <cerrno>
 #include <mutex>
 #include <optional>
@@ -163,7 +164,14 @@ std::shared_ptr<const IniDocument> loadFromDisk(const QString& path);
 
 ProfileSnapshot::ProfileSnapshot() : m_outer(currentSnapshot)
 {
+    static std::atomic<quint64> lastId{0};
+    m_id = ++lastId;
     currentSnapshot = this;
+}
+
+quint64 ProfileSnapshot::currentId()
+{
+    return currentSnapshot ? currentSnapshot->m_id : 0;
 }
 
 ProfileSnapshot::~ProfileSnapshot()

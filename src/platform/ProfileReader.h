@@ -17,8 +17,9 @@ std::shared_ptr<const IniDocument> loadProfile(const QString& path);
 
 // While one lives, loadProfile() on this thread answers a path it has
 // answered before in the snapshot's life as it did then, without looking at
-// the disk again: for tools that inspect one state of a set of files, such as
-// the game data lint. The control itself never takes one.
+// the disk again. Each public call of the control takes one, so all its reads
+// of a file share one look at it; tools that inspect one state of a set of
+// files, such as the game data lint, take one around many calls.
 class ProfileSnapshot {
 public:
     ProfileSnapshot();
@@ -26,8 +27,14 @@ public:
     ProfileSnapshot(const ProfileSnapshot&) = delete;
     ProfileSnapshot& operator=(const ProfileSnapshot&) = delete;
 
+    // A number that tells the innermost snapshot living on this thread from
+    // every other snapshot; 0 while none lives. Other readers of files (the
+    // settings store) use it to look at a file once per snapshot too.
+    static quint64 currentId();
+
 private:
     ProfileSnapshot* m_outer;
+    quint64 m_id;
     QHash<QString, std::shared_ptr<const IniDocument>> m_documents;
     friend std::shared_ptr<const IniDocument> loadProfile(const QString& path);
 };
