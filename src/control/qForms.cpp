@@ -292,8 +292,11 @@ QVariant qForms::qSelectMod()
 QVariant qForms::qSaveSettings()
 {
     const qf::RoutineScope routine(*m_context, "qSaveSettings");
-    if (const auto failure = qf::settings::qSaveSettings(*m_context))
-        emit settingsSaveFailed(*failure);
+    const qf::settings::SaveOutcome outcome = qf::settings::qSaveSettings(*m_context);
+    for (const QString& copy : outcome.damagedCopies)
+        emit settingsFileDamaged(copy);
+    if (outcome.failure)
+        emit settingsSaveFailed(*outcome.failure);
     return {};
 }
 

@@ -196,6 +196,11 @@ signals:
     // failed write; the message names the file and the system's reason. The
     // choices stay with the store for the next save.
     void settingsSaveFailed(const QString& message);
+    // A qSaveSettings() found the settings file damaged (a quote left open, a
+    // line QSettings' rules misread) and had to change lines it did not set:
+    // the file as found was kept first, byte for byte, at copyPath. Raised
+    // once for each copy; the save itself went on.
+    void settingsFileDamaged(const QString& copyPath);
 
 private:
     // Emits the change signals of the choices that differ from what they said

@@ -4,9 +4,11 @@
 #include "platform/FileReplacement.h"
 #include "platform/ProfileReader.h"
 
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QRandomGenerator>
 #include <QStandardPaths>
@@ -55,6 +57,30 @@ void removeEmptyStaleLock(const QString& lockPath)
     ::close(fd);
 }
 
+// Keeps bytes beside the file as "<file>.damaged-<date and time>", and no
+// more than a few such copies: the oldest go. The copy's path, or an empty
+// text when it could not be written.
+QString keepDamagedCopy(const QString& path, const QByteArray& bytes)
+{
+    constexpr int Kept = 3;
+    const QFileInfo file(path);
+    QDir folder = file.absoluteDir();
+    const QString stem = file.fileName() + QStringLiteral(".damaged-");
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss"));
+    QString name = stem + stamp;
+    for (int n = 2; folder.exists(name); ++n)
+        name = stem + stamp + u'-' + QString::number(n);
+    QFile copy(folder.filePath(name));
+    if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly) || copy.write(bytes) != bytes.size() ||
+        !copy.flush())
+        return {};
+    copy.close();
+    QStringList copies = folder.entryList({stem + u'*'}, QDir::Files | QDir::Hidden, QDir::Time);
+    while (copies.size() > Kept)
+        folder.remove(copies.takeLast());
+    return copy.fileName();
+}
+
 } // namespace
 
 bool IniFileSettingsStore::Identity::operator==(const Identity& other) const
@@ -93,6 +119,11 @@ void IniFileSettingsStore::saveValue(const QString& application, const QString& 
     }
     target.unwrittenIndex.insert(fullKey, target.unwritten.size());
     target.unwritten.emplace_back(fullKey, value);
+}
+
+QStringList IniFileSettingsStore::takeDamagedCopies()
+{
+    return std::exchange(m_damagedCopies, {});
 }
 
 QString IniFileSettingsStore::readValue(const QString& application, const QString& section,
@@ -210,12 +241,16 @@ void IniFileSettingsStore::write(File& file)
     } catch (const PathError& error) {
         failSave(file.path, error.message());
     }
-    // The file is written whole from what it holds now, never patched: old
-    // bytes QSettings would misread cannot swallow the new lines.
-    settingsini::Document updated = file.document;
-    for (const auto& [key, value] : file.unwritten)
-        updated.setValue(key, value);
-    if (const int error = replaceFileContents(file.path, updated.toBytes()))
+    // Only the lines of the keys set change; a file whose other lines must
+    // change too is kept as found beside it first.
+    const settingsini::Document::Saved saved = file.document.withValues(file.unwritten);
+    if (saved.altered) {
+        const QString copy = keepDamagedCopy(file.path, file.document.bytes());
+        if (copy.isEmpty())
+            failSave(file.path, QStringLiteral("its damaged lines could not be kept in a copy"));
+        m_damagedCopies.append(copy);
+    }
+    if (const int error = replaceFileContents(file.path, saved.bytes))
         failSave(file.path, reasonOf(error));
 
     ++m_writeCount;

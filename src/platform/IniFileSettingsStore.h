@@ -22,13 +22,16 @@ namespace qf {
 // file reads and writes the same values.
 //
 // saveValue() only collects; reads answer collected values first, then the
-// file as it is on disk (re-read whenever its identity changes). sync() writes
-// each file once: under the lock "<file>.lock" that QSettings takes too, it
-// reads the file as it is now, sets the collected values in what it read, and
-// writes that whole, as QSettings would, in place of the file (flushed to the
-// disk, renamed over it), so other processes' keys survive, old bytes cannot
-// swallow new lines, and an interrupted write leaves the old file; the
-// temporary files of saves that were killed are removed then too. Values
+// file as it is on disk (re-read whenever its identity changes, at most once
+// per profile snapshot). sync() writes each file once: under the lock
+// "<file>.lock" that QSettings takes too, it reads the file as it is now,
+// changes the lines of the collected keys in it (settingsini::Document), and
+// writes it in place of the file (flushed to the disk, renamed over it), so
+// other processes' keys and a person's comments survive, and an interrupted
+// write leaves the old file; the temporary files of saves that were killed
+// are removed then too. A file whose other lines must change as well (a
+// quote left open, a damaged line of a key set) is first kept as found in
+// "<file>.damaged-<date>" (three copies at most). Values
 // still collected when the store is destroyed are lost: only sync() writes.
 //
 // Use it from one thread.
@@ -64,6 +67,8 @@ public:
     // Files written since the store was made.
     qint64 writeCount() const { return m_writeCount; }
 
+    QStringList takeDamagedCopies() override;
+
 private:
     struct Identity {
         dev_t device = 0;
@@ -94,6 +99,7 @@ private:
     QString m_configFolder;
     std::chrono::milliseconds m_lockTimeout{10'000};
     qint64 m_writeCount = 0;
+    QStringList m_damagedCopies;
     mutable std::map<QString, File> m_files;
 };
 

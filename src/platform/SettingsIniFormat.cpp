@@ -1,10 +1,13 @@
 #include "platform/SettingsIniFormat.h"
 
 #include "platform/Errors.h"
+#include "platform/TextEdits.h"
 
 #include <QByteArrayView>
 #include <QDataStream>
 #include <QIODevice>
+#include <QRegularExpression>
+#include <QSet>
 #include <QStringDecoder>
 #include <QStringList>
 #include <QVariant>
@@ -17,12 +20,24 @@ namespace qf::settingsini {
 
 namespace {
 
+// "/" and "\" would split a name into groups: they become %2F and %5C. A "%"
+// is written as %25 only where it would otherwise read as one of these three
+// escapes, so a name like "Mod 100%" is the key a host's plain QSettings
+// writes, and every name still has a key of its own.
 QString escapedName(const QString& name)
 {
+    const auto startsEscape = [&](qsizetype at) {
+        const QStringView next = QStringView(name).sliced(at + 1).first(
+            std::min<qsizetype>(2, name.size() - at - 1));
+        return next.compare(u"25", Qt::CaseInsensitive) == 0 ||
+               next.compare(u"2F", Qt::CaseInsensitive) == 0 ||
+               next.compare(u"5C", Qt::CaseInsensitive) == 0;
+    };
     QString escaped;
     escaped.reserve(name.size());
-    for (const QChar c : name) {
-        if (c == u'%')
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        const QChar c = name.at(i);
+        if (c == u'%' && startsEscape(i))
             escaped += u"%25";
         else if (c == u'/')
             escaped += u"%2F";
@@ -37,6 +52,11 @@ QString escapedName(const QString& name)
 QString escapedSection(const QString& section)
 {
     const QString general = QStringLiteral("General");
+    // A name that reads like the escape below keeps its "%" as %25.
+    static const QRegularExpression likeEscapedGeneral(
+        QStringLiteral("^%[0-9a-f]{2}eneral$"), QRegularExpression::CaseInsensitiveOption);
+    if (likeEscapedGeneral.match(section).hasMatch())
+        return QStringLiteral("%25") + section.mid(1);
     if (section == general || section.compare(general, Qt::CaseInsensitive) != 0)
         return escapedName(section);
     return u'%' + QString::number(section.at(0).unicode(), 16).toUpper() + section.mid(1);
@@ -70,14 +90,22 @@ int octValue(char c)
 
 // The next logical line from pos on: comments and blank lines skipped; quotes
 // and a backslash before a line break continue a line over several; an
-// unquoted ";" ends it. equals is the first unquoted "=", or -1.
-bool readLine(QByteArrayView data, qsizetype& pos, qsizetype& start, qsizetype& length,
-              qsizetype& equals)
+// unquoted ";" ends it. equals is the first unquoted "=", or -1; lineBreak the
+// first line break inside it, or -1; quotedBreak the first inside quotes.
+struct LogicalLine {
+    qsizetype start = 0;
+    qsizetype length = 0;
+    qsizetype equals = -1;
+    qsizetype lineBreak = -1;
+    qsizetype quotedBreak = -1;
+};
+
+bool readLine(QByteArrayView data, qsizetype& pos, LogicalLine& line)
 {
     const qsizetype size = data.size();
     bool inQuotes = false;
-    equals = -1;
-    start = pos;
+    line = {};
+    qsizetype start = pos;
     while (start < size && isSpace(data[start]))
         ++start;
     qsizetype i = start;
@@ -86,18 +114,25 @@ bool readLine(QByteArrayView data, qsizetype& pos, qsizetype& start, qsizetype& 
         if (!isSpecial(c))
             continue;
         if (c == '=') {
-            if (!inQuotes && equals == -1)
-                equals = i - 1;
+            if (!inQuotes && line.equals == -1)
+                line.equals = i - 1;
         } else if (c == '\n' || c == '\r') {
             if (i == start + 1) {
                 ++start;
             } else if (!inQuotes) {
                 --i;
                 break;
+            } else {
+                if (line.lineBreak < 0)
+                    line.lineBreak = i - 1;
+                if (line.quotedBreak < 0)
+                    line.quotedBreak = i - 1;
             }
         } else if (c == '\\') {
             if (i < size) {
                 const char next = data[i++];
+                if ((next == '\n' || next == '\r') && line.lineBreak < 0)
+                    line.lineBreak = i - 1;
                 if (i < size &&
                     ((next == '\n' && data[i] == '\r') || (next == '\r' && data[i] == '\n')))
                     ++i;
@@ -116,8 +151,9 @@ bool readLine(QByteArrayView data, qsizetype& pos, qsizetype& start, qsizetype& 
         }
     }
     pos = i;
-    length = i - start;
-    return length > 0;
+    line.start = start;
+    line.length = i - start;
+    return line.length > 0;
 }
 
 QByteArray escapedKey(const QString& key)
@@ -371,16 +407,21 @@ template <typename Stored> Stored unescapedValue(QByteArrayView raw)
     return value;
 }
 
-QString textOf(const QVariant& value)
+// QSettings' split of a typed value's arguments: at each blank, with ")"
+// ending an argument without starting a new one.
+qsizetype argumentCount(QStringView text, qsizetype open)
 {
-    if (value.metaType().id() == QMetaType::QStringList)
-        return value.toStringList().join(QStringLiteral(", "));
-    return value.toString();
+    qsizetype count = 0;
+    for (qsizetype i = open + 1; i < text.size(); ++i)
+        if (text.at(i) == u' ' || text.at(i) == u')')
+            ++count;
+    return count;
 }
 
-// What QSettings makes of a value's text: "@" marks a value of another type
-// than text, and "@@" a text that starts with "@".
-std::optional<QString> typedText(const QString& text)
+// What QSettings' value().toString() makes of a value's text: "@" marks a
+// value of another type than text, and "@@" a text that starts with "@"; a
+// typed value whose text QSettings cannot read stays the text it is.
+QString typedText(const QString& text)
 {
     if (!text.startsWith(u'@') || text.startsWith(u"@@"))
         return text.startsWith(u'@') ? text.sliced(1) : text;
@@ -391,10 +432,18 @@ std::optional<QString> typedText(const QString& text)
     if (text.startsWith(u"@ByteArray("))
         return QString::fromUtf8(text.sliced(11).chopped(1).toLatin1());
     if (text == u"@Invalid()")
-        return std::nullopt;
-    // Geometry has no text form.
-    if (text.startsWith(u"@Rect(") || text.startsWith(u"@Size(") || text.startsWith(u"@Point("))
         return QString();
+    // Geometry has no text form; with the wrong number of numbers it is no geometry.
+    const struct {
+        QLatin1StringView prefix;
+        qsizetype arguments;
+    } geometry[] = {{QLatin1StringView("@Rect("), 4},
+                    {QLatin1StringView("@Size("), 2},
+                    {QLatin1StringView("@Point("), 2}};
+    for (const auto& shape : geometry)
+        if (text.startsWith(shape.prefix))
+            return argumentCount(text, shape.prefix.size() - 1) == shape.arguments ? QString()
+                                                                                   : text;
     const bool isDateTime = text.startsWith(u"@DateTime(");
     if (isDateTime || text.startsWith(u"@Variant(")) {
         QByteArray data = text.sliced(isDateTime ? 10 : 9).toLatin1();
@@ -402,9 +451,48 @@ std::optional<QString> typedText(const QString& text)
         stream.setVersion(isDateTime ? QDataStream::Qt_5_6 : QDataStream::Qt_4_0);
         QVariant variant;
         stream >> variant;
-        return variant.isValid() ? std::optional(textOf(variant)) : std::nullopt;
+        return variant.toString();
     }
     return text;
+}
+
+// The text a value is stored as: "@" starts a typed value, and a text with a
+// NUL goes inside "@String()", as QSettings writes one.
+QString storedText(const QString& text)
+{
+    if (text.contains(QChar::Null))
+        return QStringLiteral("@String(") + text + u')';
+    return text.startsWith(u'@') ? u'@' + text : text;
+}
+
+QByteArray escapedValue(const QString& text)
+{
+    QByteArray escaped;
+    appendEscapedText(escaped, storedText(text));
+    return escaped;
+}
+
+QByteArray sectionHeader(const QString& section)
+{
+    QByteArray header = section.isEmpty() ? QByteArrayLiteral("General") : escapedKey(section);
+    if (!section.isEmpty() && header.compare("general", Qt::CaseInsensitive) == 0)
+        header.prepend('%');
+    return '[' + header + ']';
+}
+
+bool isValidUtf8(QByteArrayView bytes)
+{
+    QStringDecoder decoder(QStringConverter::Utf8, QStringDecoder::Flag::Stateless);
+    const QString decoded = decoder.decode(bytes);
+    return !decoder.hasError();
+}
+
+// The end of the physical line that holds pos.
+qsizetype lineEnd(QByteArrayView data, qsizetype pos)
+{
+    while (pos < data.size() && data[pos] != '\n' && data[pos] != '\r')
+        ++pos;
+    return pos;
 }
 
 } // namespace
@@ -420,54 +508,74 @@ QString settingsKey(const QString& section, const QString& key)
     return escapedSection(section) + u'/' + escapedName(key);
 }
 
-Document::Document(QByteArrayView data) : m_crlf(data.contains("\r\n"))
+Document::Document(QByteArrayView data) : m_bytes(data.toByteArray()), m_crlf(data.contains("\r\n"))
 {
     qsizetype pos = data.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    qsizetype start = 0;
-    qsizetype length = 0;
-    qsizetype equals = -1;
+    LogicalLine line;
+    QString section;
     QString prefix; // the section's name and "/", empty at the top level
-    while (readLine(data, pos, start, length, equals)) {
-        const QByteArrayView line = data.sliced(start, length);
-        if (line.startsWith('[')) {
-            qsizetype close = line.indexOf(']');
+    while (readLine(data, pos, line)) {
+        const QByteArrayView text = data.sliced(line.start, line.length);
+        if (line.quotedBreak >= 0)
+            m_runawayQuotes.push_back(line.quotedBreak);
+        if (text.startsWith('[')) {
+            qsizetype close = text.indexOf(']');
             if (close < 0)
-                close = length;
-            const QByteArrayView name = line.sliced(1, close - 1).trimmed();
+                close = line.length;
+            const QByteArrayView name = text.sliced(1, close - 1).trimmed();
             if (name.compare("general", Qt::CaseInsensitive) == 0)
-                prefix.clear();
+                section.clear();
             else if (name.compare("%general", Qt::CaseInsensitive) == 0)
-                prefix = QString::fromLatin1(name.sliced(1)) + u'/';
+                section = QString::fromLatin1(name.sliced(1));
             else
-                prefix = unescapedKey(name) + u'/';
+                section = unescapedKey(name);
+            prefix = section.isEmpty() ? QString() : section + u'/';
+            m_sections.push_back({prefix, lineEnd(data, line.start + line.length)});
             continue;
         }
+        if (m_sections.empty())
+            m_sections.push_back({QString(), 0}); // the lines before any header
+        m_sections.back().addAt = lineEnd(data, line.start + line.length);
         // QSettings drops a line without "=", and so does the document.
-        if (equals < 0)
+        if (line.equals < 0)
             continue;
-        insert(prefix + unescapedKey(data.sliced(start, equals - start).trimmed()),
-               unescapedValue<Stored>(data.sliced(equals + 1, start + length - equals - 1)));
+        Entry entry;
+        entry.key = prefix + unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
+        entry.value = unescapedValue<Stored>(
+            data.sliced(line.equals + 1, line.start + line.length - line.equals - 1));
+        entry.section = section;
+        entry.begin = line.start;
+        entry.end = line.start + line.length;
+        entry.equals = line.equals;
+        entry.damaged = line.lineBreak >= 0 || text.contains('\0') || !isValidUtf8(text);
+        insert(std::move(entry));
     }
 }
 
-void Document::insert(QString key, Stored value)
+void Document::insert(Entry entry)
 {
     // QSettings keeps "[]" keys as "/key", which no name reaches and its
     // writer puts under [General]; there they must not hide a key "key".
-    const bool exact = !key.startsWith(u'/');
-    if (!exact)
-        key.remove(0, 1);
-    const auto found = m_index.constFind(key);
+    entry.exact = !entry.key.startsWith(u'/');
+    if (!entry.exact)
+        entry.key.remove(0, 1);
+    const auto found = m_index.constFind(entry.key);
     if (found == m_index.constEnd()) {
-        m_index.insert(key, m_entries.size());
-        m_entries.push_back({std::move(key), std::move(value), exact});
+        m_index.insert(entry.key, m_entries.size());
+        m_entries.push_back(std::move(entry));
         return;
     }
-    Entry& entry = m_entries[*found];
-    if (entry.exact && !exact)
+    Entry& had = m_entries[*found];
+    if (had.exact && !entry.exact)
         return;
-    entry.value = std::move(value);
-    entry.exact = exact;
+    // QSettings reads the sections in the order of their names, a repeated one
+    // in file order: a key defined in two sections takes the value of the
+    // section that comes later in that order.
+    if (had.exact == entry.exact && entry.section < had.section)
+        return;
+    QString key = std::move(had.key);
+    had = std::move(entry);
+    had.key = std::move(key);
 }
 
 std::optional<QString> Document::value(const QString& settingsKey) const
@@ -476,35 +584,146 @@ std::optional<QString> Document::value(const QString& settingsKey) const
     if (found == m_index.constEnd() || !m_entries[*found].exact)
         return std::nullopt;
     const Stored& stored = m_entries[*found].value;
-    if (!stored.isList)
-        return typedText(stored.text);
-    QStringList items = stored.list;
-    for (QString& item : items)
-        if (item.startsWith(u"@@"))
-            item.remove(0, 1);
-    return items.join(QStringLiteral(", "));
+    // A list has no text form in QSettings.
+    return stored.isList ? QString() : typedText(stored.text);
 }
 
-void Document::setValue(const QString& settingsKey, const QString& text)
+QStringList Document::keys() const
 {
-    // "@" starts a typed value; a text with a NUL goes inside "@String()", as
-    // QSettings writes one.
-    Stored stored;
-    if (text.contains(QChar::Null))
-        stored.text = QStringLiteral("@String(") + text + u')';
-    else
-        stored.text = text.startsWith(u'@') ? u'@' + text : text;
-    insert(settingsKey, std::move(stored));
+    QStringList keys;
+    for (const Entry& entry : m_entries)
+        if (entry.exact)
+            keys.append(entry.key);
+    return keys;
 }
 
-QByteArray Document::toBytes() const
+Document::Saved Document::withValues(const std::vector<std::pair<QString, QString>>& values) const
 {
+    // A quote left open at the end of its line swallows the lines after it;
+    // a save ends it there, as the person who typed it meant, so that the
+    // keys below read as their own again, and keeps the file as found.
+    if (!m_runawayQuotes.empty()) {
+        Document closed(withRunawayQuotesClosed());
+        for (int round = 0; round < 64 && !closed.m_runawayQuotes.empty(); ++round)
+            closed = Document(closed.withRunawayQuotesClosed());
+        Saved saved = closed.inPlace(values);
+        saved.altered = true;
+        return saved;
+    }
+    return inPlace(values);
+}
+
+QByteArray Document::withRunawayQuotesClosed() const
+{
+    TextEdits<QByteArray> edits(m_bytes);
+    for (const qsizetype at : m_runawayQuotes)
+        edits.insert(at, QByteArrayLiteral("\""));
+    return edits.result();
+}
+
+Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>& values) const
+{
+    const QByteArray eol = m_crlf ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
+    TextEdits<QByteArray> edits(m_bytes);
+    bool altered = false;
+    // New keys by the section QSettings' writer files them under: the part
+    // of the key before its first "/".
+    std::vector<std::pair<QString, QByteArray>> added;
+    QHash<QString, QByteArray> addedFor;
+    QSet<QString> done;
+    for (auto it = values.rbegin(); it != values.rend(); ++it) {
+        const auto& [key, text] = *it;
+        if (done.contains(key))
+            continue; // the last value given for a key counts
+        done.insert(key);
+        const auto found = m_index.constFind(key);
+        if (found != m_index.constEnd() && m_entries[*found].exact) {
+            const Entry& entry = m_entries[*found];
+            altered |= entry.damaged;
+            // The key as written and the blanks around the value stay.
+            const QByteArrayView old(m_bytes.constData() + entry.equals + 1,
+                                     entry.end - entry.equals - 1);
+            qsizetype lead = 0;
+            while (lead < old.size() && (old[lead] == ' ' || old[lead] == '\t'))
+                ++lead;
+            qsizetype trail = old.size();
+            while (trail > lead && (old[trail - 1] == ' ' || old[trail - 1] == '\t'))
+                --trail;
+            edits.replace(entry.equals + 1, entry.end,
+                          old.first(lead).toByteArray() + escapedValue(text) +
+                              old.sliced(trail).toByteArray());
+            continue;
+        }
+        const qsizetype slash = key.indexOf(u'/');
+        const QString section = slash < 0 ? QString() : key.first(slash);
+        const QByteArray line =
+            escapedKey(slash < 0 ? key : key.sliced(slash + 1)) + '=' + escapedValue(text);
+        if (!addedFor.contains(section))
+            added.emplace_back(section, QByteArray());
+        addedFor[section].prepend(line + eol);
+    }
+    // In the order given: the loop above went backwards.
+    std::reverse(added.begin(), added.end());
+    QByteArray appended;
+    for (const auto& [section, unused] : added) {
+        const QByteArray lines = addedFor.value(section);
+        const QString prefix = section.isEmpty() ? QString() : section + u'/';
+        const auto last = std::find_if(m_sections.rbegin(), m_sections.rend(),
+                                       [&](const Section& s) { return s.prefix == prefix; });
+        if (last != m_sections.rend()) {
+            // After the section's last line, whatever follows it.
+            edits.insert(last->addAt, eol + lines.chopped(eol.size()));
+            continue;
+        }
+        if (!m_bytes.isEmpty() || !appended.isEmpty())
+            appended += eol;
+        appended += sectionHeader(section) + eol + lines;
+    }
+    if (!appended.isEmpty()) {
+        if (!m_bytes.isEmpty() && !m_bytes.endsWith('\n') && !m_bytes.endsWith('\r'))
+            appended.prepend(eol);
+        edits.insert(m_bytes.size(), appended);
+    }
+    QByteArray bytes = edits.result();
+    // The rare file whose lines an edit would join (a backslash ending the
+    // last line) is written whole instead.
+    if (!readsAsSaved(bytes, values))
+        return {wholeFile(values), true};
+    return {bytes, altered};
+}
+
+bool Document::readsAsSaved(const QByteArray& bytes,
+                            const std::vector<std::pair<QString, QString>>& values) const
+{
+    const Document saved(bytes);
+    QHash<QString, QString> set;
+    for (const auto& [key, text] : values)
+        set.insert(key, text);
+    for (auto it = set.cbegin(); it != set.cend(); ++it)
+        if (saved.value(it.key()) != it.value())
+            return false;
+    for (const Entry& entry : m_entries)
+        if (entry.exact && !set.contains(entry.key) && saved.value(entry.key) != value(entry.key))
+            return false;
+    return true;
+}
+
+QByteArray Document::wholeFile(const std::vector<std::pair<QString, QString>>& values) const
+{
+    Document updated = *this;
+    for (const auto& [key, text] : values) {
+        Entry entry;
+        entry.key = key;
+        entry.value.text = storedText(text);
+        entry.section = QStringLiteral("\uFFFF"); // later than any section: it wins
+        updated.insert(std::move(entry));
+    }
     const QByteArray eol = m_crlf ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
     // Sections by the part of the key before its first "/", in the order they
     // first come, as QSettings' writer groups them.
     std::vector<std::pair<QString, std::vector<const Entry*>>> sections;
     QHash<QString, size_t> sectionIndex;
-    for (const Entry& entry : m_entries) {
+    for (const Entry& entry : updated.m_entries) {
         const qsizetype slash = entry.key.indexOf(u'/');
         const QString section = slash < 0 ? QString() : entry.key.first(slash);
         auto found = sectionIndex.constFind(section);
@@ -519,10 +738,7 @@ QByteArray Document::toBytes() const
     for (const auto& [section, entries] : sections) {
         if (!result.isEmpty())
             result += eol;
-        QByteArray header = section.isEmpty() ? QByteArrayLiteral("General") : escapedKey(section);
-        if (!section.isEmpty() && header.compare("general", Qt::CaseInsensitive) == 0)
-            header.prepend('%');
-        result += '[' + header + ']' + eol;
+        result += sectionHeader(section) + eol;
         for (const Entry* entry : entries) {
             result +=
                 escapedKey(section.isEmpty() ? entry->key : entry->key.sliced(section.size() + 1));

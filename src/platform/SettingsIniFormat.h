@@ -15,34 +15,52 @@
 namespace qf::settingsini {
 
 // The key under which QSettings finds section/key: "section/key", or "key" for
-// an empty section. QSettings takes "/" (and on Windows "\") for a group
-// separator, so section and key reach it with "%", "/" and "\" written as %25,
-// %2F and %5C; names without these pass unchanged. A section spelt "general" in
+// an empty section; a host that reads or writes the control's values with
+// its own QSettings builds the name with it. QSettings takes "/" (and on
+// Windows "\") for a group separator, so a game name or key keeps them as one
+// name with "/" and "\" written as %2F and %5C, and a "%" that would read as
+// one of these escapes (or as %25) as %25; names without these pass
+// unchanged ("Mod 100%" stays as it is). A section spelt "general" in
 // any letter case other than "General" has its first letter written the same
 // way (%67 for "g"), because QSettings files all of them under one INI section
 // "[%General]". Throws qf::InvalidValueError for an empty key.
 QString settingsKey(const QString& section, const QString& key);
 
-// One settings file as QSettings sees it: each key with its value, in the order
-// the keys first come. Whatever the bytes it is made from, it is written out
-// whole and the way QSettings writes, so every value QSettings reads from the
-// old bytes it reads the same from the new, and what the old bytes could not
-// hold (comments, lines without "=", broken quotes) is left behind.
+// One settings file as QSettings sees it: each key with its value, read by
+// QSettings' rules (a key defined in several sections takes the value of the
+// section QSettings reads last: sections in the order of their names, a
+// repeated section in file order). It keeps the bytes it was made from, and a
+// save changes only the lines of the keys it sets: new keys go at the end of
+// their section, new sections at the end of the file; comments, blank lines,
+// order, letter case and every other byte stay.
 class Document {
 public:
     Document() = default;
     explicit Document(QByteArrayView bytes);
 
-    // The value as text, as QSettings reads it (a list joined with ", ");
-    // nullopt when the key is missing.
+    // The value as QSettings' value().toString() gives it: a list, an invalid
+    // value and a point, size or rectangle read as an empty text; nullopt when
+    // the key is missing.
     std::optional<QString> value(const QString& settingsKey) const;
 
-    // Sets the key to a text, which reads back exactly whatever it holds.
-    void setValue(const QString& settingsKey, const QString& text);
+    // Every key QSettings finds, in the order the keys first come.
+    QStringList keys() const;
 
-    // The whole file: a section per group in the order the groups first come,
-    // with the line ends of the bytes it was made from.
-    QByteArray toBytes() const;
+    // The file with the values set, each reading back exactly whatever it
+    // holds. altered: lines that were not set changed too, because the file
+    // held lines QSettings' rules join or change: a quote left open at the end
+    // of its line (the value then ends at its line, as a person meant, and
+    // the lines after it read as their own again), a line of a key set that
+    // held invalid UTF-8, a NUL or a line break, or a file that no in-place
+    // change could keep readable, which is then written whole as QSettings
+    // writes it.
+    struct Saved {
+        QByteArray bytes;
+        bool altered = false;
+    };
+    Saved withValues(const std::vector<std::pair<QString, QString>>& values) const;
+
+    const QByteArray& bytes() const { return m_bytes; }
 
 private:
     // A value as written before QSettings gives it a type: a text ("@" marks a
@@ -58,12 +76,36 @@ private:
         // Whether QSettings finds the entry under key; false for a key it
         // keeps with a leading "/", which a rewrite moves to the key without.
         bool exact = true;
+        // The INI section it was read from, by which QSettings orders it.
+        QString section;
+        // Its logical line: [begin, end) of the bytes, the "=" at equals.
+        qsizetype begin = 0;
+        qsizetype end = 0;
+        qsizetype equals = 0;
+        // The line holds what a rewrite cannot keep: invalid UTF-8, a NUL or
+        // a line break.
+        bool damaged = false;
+    };
+    // An INI section as it stands in the file: where a key added to it goes.
+    struct Section {
+        QString prefix; // "name/", empty for [General] and the lines before any header
+        qsizetype addAt = 0; // the end of the physical line of its last logical line
     };
 
-    void insert(QString key, Stored value);
+    void insert(Entry entry);
+    // The bytes with the quotes that run past their line closed there; empty
+    // when none does.
+    QByteArray withRunawayQuotesClosed() const;
+    Saved inPlace(const std::vector<std::pair<QString, QString>>& values) const;
+    QByteArray wholeFile(const std::vector<std::pair<QString, QString>>& values) const;
+    bool readsAsSaved(const QByteArray& bytes,
+                      const std::vector<std::pair<QString, QString>>& values) const;
 
+    QByteArray m_bytes;
     std::vector<Entry> m_entries;
     QHash<QString, size_t> m_index;
+    std::vector<Section> m_sections;
+    std::vector<qsizetype> m_runawayQuotes; // where a quote is open at a line end
     bool m_crlf = false;
 };
 

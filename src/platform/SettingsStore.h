@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace qf {
 
@@ -22,6 +23,10 @@ public:
     // Writes what saveValue collected to disk. Throws qf::SaveError when that fails;
     // the file on disk then keeps its old content.
     virtual void sync() = 0;
+
+    // The copies of damaged settings files that syncs since the last call
+    // kept before they changed lines nobody set; none by default.
+    virtual QStringList takeDamagedCopies() { return {}; }
 };
 
 } // namespace qf

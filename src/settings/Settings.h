@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -14,10 +15,16 @@ class ControlContext;
 // The player's choices in the settings store, and the game's config files.
 namespace qf::settings {
 
+// What a save tells its caller: the store's message when the sync failed, and
+// the copies of a damaged settings file the sync kept.
+struct SaveOutcome {
+    std::optional<QString> failure;
+    QStringList damagedCopies;
+};
+
 // Writes the folder text, the switched-on fixed values and every valued
-// dynamic widget to the store, then syncs it once. Failing steps are skipped;
-// the store's message when the sync failed.
-std::optional<QString> qSaveSettings(ControlContext& context);
+// dynamic widget to the store, then syncs it once. Failing steps are skipped.
+SaveOutcome qSaveSettings(ControlContext& context);
 // Runs `visit` for every valued dynamic widget in entry order, with the key and
 // the text qSaveSettings stores for it; entries whose widget cannot be read
 // are skipped.

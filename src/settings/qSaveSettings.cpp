@@ -8,7 +8,7 @@
 
 namespace qf::settings {
 
-std::optional<QString> qSaveSettings(ControlContext& context)
+SaveOutcome qSaveSettings(ControlContext& context)
 {
     namespace gd = gamedata;
     auto& w = context.widgets;
@@ -37,13 +37,15 @@ std::optional<QString> qSaveSettings(ControlContext& context)
 
     // The one write of the file. When it fails the control goes on; the values
     // stay with the store for its next write, and the caller hears why.
+    SaveOutcome outcome;
     try {
         context.settingsStore().sync();
     } catch (const Error& error) {
         context.reportSkip({}, error.message());
-        return error.message();
+        outcome.failure = error.message();
     }
-    return std::nullopt;
+    outcome.damagedCopies = context.settingsStore().takeDamagedCopies();
+    return outcome;
 }
 
 } // namespace qf::settings

@@ -2,6 +2,7 @@
 
 #include "platform/Errors.h"
 #include "platform/IniFileSettingsStore.h"
+#include "platform/SettingsIniFormat.h"
 
 #include <QFile>
 #include <QHash>
@@ -60,8 +61,24 @@ bool writeFile(const QString& path, const QByteArray& bytes)
 
 QString textOf(const QVariant& value)
 {
-    return value.metaType().id() == QMetaType::QStringList ? value.toStringList().join(u", "_s)
-                                                           : value.toString();
+    return value.toString();
+}
+
+// The old lines that are not in the new file, in order; a line that is there
+// but out of order counts as missing.
+QList<QByteArray> missingLines(const QByteArray& oldFile, const QByteArray& newFile)
+{
+    const QList<QByteArray> now = newFile.split('\n');
+    QList<QByteArray> missing;
+    qsizetype next = 0;
+    for (const QByteArray& line : oldFile.split('\n')) {
+        const qsizetype at = now.indexOf(line, next);
+        if (at < 0)
+            missing.append(line);
+        else
+            next = at + 1;
+    }
+    return missing;
 }
 
 QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<SettingsSave>& saves)
@@ -86,6 +103,30 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
     }
 
     QStringList faults;
+    // We read every key as QSettings does.
+    const settingsini::Document read(oldFile);
+    for (auto it = before.cbegin(); it != before.cend(); ++it) {
+        const QString ours = read.value(it.key()).value_or(u"<none>"_s);
+        if (ours != it.value().mid(it.value().indexOf(u':') + 1))
+            faults.append(u"%1 reads %2 here, %3 in QSettings"_s.arg(shown(it.key()), shown(ours),
+                                                                   shown(it.value())));
+    }
+    // A file changed beyond the lines set is kept as found; else every line
+    // but those of keys set stays as it was, in its place.
+    const QStringList copies = store.takeDamagedCopies();
+    for (const QString& copy : copies)
+        if (contents(copy) != oldFile)
+            faults.append(u"the copy %1 is not the file as found"_s.arg(copy));
+    if (copies.size() > 1)
+        faults.append(u"one save kept %1 copies"_s.arg(copies.size()));
+    if (copies.isEmpty()) {
+        const QList<QByteArray> missing = missingLines(oldFile, contents(file));
+        const qsizetype keyLines = std::count_if(missing.begin(), missing.end(),
+                                                 [](const QByteArray& l) { return l.contains('='); });
+        if (keyLines != missing.size() || keyLines > qsizetype(saved.size()))
+            faults.append(u"lines nobody set changed: %1"_s.arg(
+                shown(QString::fromUtf8(missing.join("|")))));
+    }
     const IniFileSettingsStore fresh(dir.path());
     const QHash<QString, QString> after = hostValues(file, u"after"_s);
     for (auto it = saved.cbegin(); it != saved.cend(); ++it) {
@@ -96,7 +137,7 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
                 shown(it.key()), shown(it->value), shown(ours), shown(theirs)));
     }
     for (auto it = before.cbegin(); it != before.cend(); ++it)
-        if (!saved.contains(it.key()) && after.value(it.key()) != it.value())
+        if (copies.isEmpty() && !saved.contains(it.key()) && after.value(it.key()) != it.value())
             faults.append(u"%1 was %2, is %3"_s.arg(shown(it.key()), shown(it.value()),
                                                     shown(after.value(it.key()))));
     return faults;

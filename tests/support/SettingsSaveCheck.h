@@ -34,7 +34,7 @@ QStringList checkSettingsSaveInput(QByteArrayView input);
 QByteArray contents(const QString& path);
 bool writeFile(const QString& path, const QByteArray& bytes);
 
-// What the old QSettings-based store made of a value a host left.
+// What QSettings' value().toString() makes of a value a host left.
 QString textOf(const QVariant& value);
 
 } // namespace qf::test
