@@ -23,15 +23,16 @@ const QByteArray Page = "[Custom Controls]\n"
                         "Control4Type=option button\nControl4ControlKey=Opt\n"
                         "Control4ControlDefaultValue=True\n"
                         "[Launch]\n"
+                        "Nobody[1]=-nobody\n"
                         "Box[1]=-box\n"
                         "Pick[b c]=--pick \"b and c\"\n"
                         "Pick=--pick={value}\n"
-                        "Name=--name {value};; env:PLAYER={value};; wrap:nice -n 5;; "
+                        "Name=--name {value};; env:PLAYER=the {value};; wrap:nice -n  5;; "
                         "wine:explorer /desktop=x,{value}\n"
                         "Name[]=--anonymous\n"
                         "Opt[false]=\n"
                         "Opt=-opt {NAME}{{{value}}}\n"
-                        "Command Line Parameters={words}\n"
+                        "Command Line Parameters={words} --end\n"
                         "Config Name=+exec {path}\n";
 
 class LaunchTest : public HostedControl {
@@ -111,12 +112,13 @@ TEST_F(LaunchTest, EachRouteKindGivesItsWordsStatesWinAndARouteThatCannotBeFille
                            u"--name"_s, u"x"_s, u"-opt"_s, u"x{True}"_s, u"+exec"_s,
                            host.filePath(u"Data/Arena/Configs/my game.cfg"_s)}))
         << "no Wine words for a program of this system";
-    EXPECT_EQ(described.environment, (QList<launch::EnvironmentChange>{{u"PLAYER"_s, u"x"_s}}));
+    EXPECT_EQ(described.environment, (QList<launch::EnvironmentChange>{{u"PLAYER"_s, u"the x"_s}}));
     EXPECT_EQ(described.workingFolder, folder);
     EXPECT_TRUE(described.skipped.isEmpty());
-    EXPECT_EQ(described.text(), u"PLAYER=x nice -n 5 '%1/game.exe' -box --pick=a --name x -opt "
-                                "'x{True}' +exec '%2'"_s.arg(
-                                    folder, host.filePath(u"Data/Arena/Configs/my game.cfg"_s)));
+    EXPECT_EQ(
+        described.text(),
+        u"PLAYER='the x' nice -n 5 '%1/game.exe' -box --pick=a --name x -opt "
+        "'x{True}' +exec '%2'"_s.arg(folder, host.filePath(u"Data/Arena/Configs/my game.cfg"_s)));
 
     // Unticked, the other item, an empty text, the option off, and a page
     // without config: each route gives its state's words or nothing.
@@ -130,7 +132,7 @@ TEST_F(LaunchTest, EachRouteKindGivesItsWordsStatesWinAndARouteThatCannotBeFille
     EXPECT_EQ(described.program, folder + u"/game.exe"_s);
     EXPECT_EQ(described.arguments,
               (QStringList{u"--pick"_s, u"b and c"_s, u"--anonymous"_s, u"-window"_s, u"my map"_s,
-                           u";rm"_s, u"-rf"_s, u"x"_s, u"$HOME"_s}));
+                           u";rm"_s, u"-rf"_s, u"x"_s, u"$HOME"_s, u"--end"_s}));
     EXPECT_TRUE(described.environment.isEmpty());
 
     // A Windows program runs through the runner, with the Wine words before it
@@ -176,7 +178,8 @@ TEST_F(LaunchTest, HostilePlayerTextStaysOneArgumentAndOneEnvironmentValue)
         EXPECT_EQ(described.arguments.at(name + 1), text);
         EXPECT_EQ(described.arguments.at(name + 2), u"-opt"_s) << "nothing after the value";
         EXPECT_EQ(described.arguments.at(name + 3), text + u"{True}"_s);
-        EXPECT_EQ(described.environment, (QList<launch::EnvironmentChange>{{u"PLAYER"_s, text}}));
+        EXPECT_EQ(described.environment,
+                  (QList<launch::EnvironmentChange>{{u"PLAYER"_s, u"the "_s + text}}));
     }
 }
 
@@ -217,10 +220,39 @@ TEST(LaunchRoutes, MalformedLinesAreLeftOutWithTheirReason)
     // The first line of a key and state counts, as in every profile read, and
     // so does the first section.
     const launch::LaunchRoutes twice = launch::parseLaunchRoutes(
-        qf::IniDocument::parse(u"[Launch]\nA=-first\nA[1]=-one\na=-second\n[LAUNCH]\nB=-b\n"_s));
+        qf::IniDocument::parse(u"[Launch]\nA=-first\na=-second\nA[1]=-one\n[LAUNCH]\nB=-b\n"
+                               "[Other]\n[launch]\nC=-c\n"_s));
     ASSERT_EQ(twice.routes.size(), 2);
     EXPECT_EQ(twice.routes.at(0).actions.at(0).words.at(0).at(0).text, u"-first"_s);
-    ASSERT_EQ(twice.problems.size(), 2);
-    EXPECT_EQ(twice.problems.at(0).position.line, 4);
-    EXPECT_TRUE(twice.problems.at(1).message.contains(u"appears again"_s));
+    ASSERT_EQ(twice.problems.size(), 3);
+    EXPECT_EQ(twice.problems.at(0).position, (qf::IniDocument::Position{3, 1}));
+    EXPECT_TRUE(twice.problems.at(2).message.contains(u"appears again"_s));
+}
+
+TEST(Launch, WindowsProgramsAreToldByTheirHeaderAndAMissingFolderByTheProgram)
+{
+    QTemporaryDir dir;
+    const QString program = dir.filePath(u"game.exe"_s);
+    ASSERT_TRUE(qf::PeImage().write(program));
+    QFile file(program);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray image = file.readAll();
+    const qsizetype signature = image.indexOf(QByteArrayView("PE\0\0", 4));
+    const std::pair<qsizetype, bool> damages[] = {
+        {-1, true}, {0, false}, {1, false}, {signature + 1, false}};
+    for (const auto& [at, windows] : damages) {
+        QByteArray damaged = image;
+        if (at >= 0)
+            damaged[at] = 'X';
+        const QString path = dir.filePath(u"damaged.exe"_s);
+        QFile out(path);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        out.write(damaged);
+        out.close();
+        EXPECT_EQ(launch::isWindowsProgram(path), windows) << at;
+    }
+    EXPECT_FALSE(launch::isWindowsProgram(dir.filePath(u"missing.exe"_s)));
+    EXPECT_EQ(
+        launch::describeLaunch({}, {}, u"/x/y/game"_s, u"/no/such/folder"_s, {}, {}).workingFolder,
+        u"/x/y"_s);
 }
