@@ -1,13 +1,16 @@
 #include "control/qForms.h"
 #include "platform/Errors.h"
 #include "platform/IniFileSettingsStore.h"
+#include "platform/SettingsIniFormat.h"
 #include "support/SettingsSaveCheck.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QPoint>
+#include <QSet>
 #include <QSettings>
 #include <QSize>
 #include <QTemporaryDir>
@@ -272,6 +275,90 @@ TEST_F(SettingsStoreTest, AProcessKilledWhileSavingLeavesTheOldOrTheNewValues)
     left.removeAll(App + u".ini"_s);
     left.removeAll(App + u".ini.lock"_s);
     EXPECT_EQ(QSet<QString>(left.begin(), left.end()), QSet<QString>(others.begin(), others.end()));
+}
+
+// Values QSettings gives a type or finds twice read as its value().toString()
+// reads them, here and after a save (checkSettingsSave reads every key of the
+// old file through both); names a host builds for its own QSettings are ours.
+TEST_F(SettingsStoreTest, KeysReadAsQSettingsReadsThemAndHostNamesAreOurs)
+{
+    const char* files[] = {
+        "[a]\nlist=x, y\nend=x,\ninvalid=@Invalid()\nrect=@Rect(1 2 3)\nsize=@Size(1)\n"
+        "point=@Point(1  2)\nrect4=@Rect(1 2 3 4)\nsize2=@Size(1 2)\n",
+        "[a\\b]\nc=2\n[a]\nb\\c=1\n",              // the later section in name order wins,
+        "[a]\nb\\c=1\n[a\\b]\nc=2\n[a]\nb\\c=3\n", // whatever the file order,
+        "[b]\nk=1\n[a]\nk=2\n[b]\nk=3\nk=4\n",     // and in one section the later line
+        "[a]\nMod 100%=x\nMod%20100%25=y\n"};
+    for (const char* old : files)
+        EXPECT_EQ(checkSettingsSave(old, {{u"a"_s, u"new"_s, u"1"_s}}), QStringList()) << old;
+
+    QSettings host(file, QSettings::IniFormat);
+    host.setValue(u"Arena/Mod 100%"_s, u"x"_s);
+    host.setValue(u"Arena/100%25"_s, u"y"_s);
+    host.sync();
+    EXPECT_EQ(store->readValue(App, u"Arena"_s, u"Mod 100%"_s, {}), u"x"_s);
+    // A name that would read as an escape keeps its "%" as one, so every name
+    // has a key of its own.
+    EXPECT_EQ(settingsini::settingsKey(u"Arena"_s, u"100%25"_s), u"Arena/100%2525"_s);
+    const QStringList names = {
+        u"a/b"_s, u"a%2Fb"_s,   u"a%2fb"_s,     u"a\\b"_s,      u"a%5Cb"_s,   u"a%25"_s, u"a%"_s,
+        u"a%%"_s, u"general"_s, u"%67eneral"_s, u"%47eneral"_s, u"General"_s, u"G"_s};
+    QSet<QString> keys;
+    for (const QString& section : names)
+        for (const QString& key : names)
+            keys.insert(settingsini::settingsKey(section, key));
+    EXPECT_EQ(keys.size(), names.size() * names.size());
+}
+
+// A person's comments, blank lines and line ends, and another program's
+// section, survive every save; a damaged file is kept as found before the
+// first save that changes lines nobody set, and the host hears of it once.
+TEST_F(SettingsStoreTest, SavesKeepWhatPeopleWroteAndADamagedFileIsKeptAsFound)
+{
+    qForms control;
+    control.setSettingsStore(store);
+    control.setQpGameName(u"Arena"_s);
+    QStringList copies;
+    QObject::connect(&control, &qForms::settingsFileDamaged,
+                     [&](const QString& copy) { copies.append(copy); });
+    const auto save = [&](const QString& path) {
+        control.widgets().txtPath.setText(path);
+        control.qSaveSettings();
+    };
+
+    const QByteArray clean = "; my notes\r\n\r\n[MyOtherTool]\r\nToken = abc ; keep\r\n\r\n"
+                             "[Arena]\r\n; the folder\r\nPath=/old\r\n";
+    ASSERT_TRUE(writeFile(file, clean));
+    save(u"/games/a"_s);
+    save(u"/games/b b"_s);
+    QByteArray expected = clean;
+    EXPECT_EQ(contents(file), expected.replace("/old", "/games/b b"));
+    EXPECT_TRUE(copies.isEmpty());
+
+    const struct {
+        QByteArray damaged;
+        QByteArray after; // what the line reads like after the save
+    } cases[] = {
+        // A quote typed by hand and never closed ends at its line: the
+        // sections after it are their own again.
+        {"[Arena]\nCommand Line Parameters=\"+set a\nPath=/old\n[MyOtherTool]\nToken=abc\n",
+         "Command Line Parameters=\"+set a\"\nPath=/games/c\n[MyOtherTool]\nToken=abc\n"},
+        {"[Arena]\nPath=/\xFF\xFEold\n[MyOtherTool]\nToken=abc\n", "Path=/games/c\n"},
+        {"[Arena]\nPath=/o\0ld\n[MyOtherTool]\nToken=abc\n"_ba, "Path=/games/c\n"}};
+    for (const auto& c : {cases[0], cases[1], cases[2], cases[0]}) {
+        ASSERT_TRUE(writeFile(file, c.damaged));
+        copies.clear();
+        save(u"/games/c"_s);
+        save(u"/games/c"_s);
+        ASSERT_EQ(copies.size(), 1) << c.damaged.constData();
+        EXPECT_EQ(contents(copies.first()), c.damaged);
+        EXPECT_TRUE(contents(file).contains(c.after)) << contents(file).constData();
+        EXPECT_EQ(store->readValue(App, u"MyOtherTool"_s, u"Token"_s, {}), u"abc"_s);
+    }
+    // Three copies at most: the oldest goes.
+    const QStringList kept = QDir(dir.path()).entryList({App + u".ini.damaged-*"_s});
+    EXPECT_EQ(kept.size(), 3);
+    EXPECT_TRUE(kept.contains(QFileInfo(copies.first()).fileName()));
 }
 
 // A failed save keeps the old file, and its values for the next sync; the
