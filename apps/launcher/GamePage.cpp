@@ -25,6 +25,7 @@ GamePage::GamePage(GameEntry game, QString hostFolder, PageServices services, QW
 
     qf::ControlWidgets& w = m_control->widgets();
     connect(m_control.get(), &qForms::StatusChange, this, &GamePage::changed);
+    connect(m_control.get(), &qForms::settingsFileDamaged, this, &GamePage::settingsFileDamaged);
     w.txtPath.change.connect([this] { emit changed(); });
     w.txtCLP.change.connect([this] { emit changed(); });
     w.comModSelect.click.connect([this] { emit changed(); });

@@ -54,6 +54,8 @@ public:
 signals:
     // The status line or a choice that goes into the command line changed.
     void changed();
+    // A save found the settings file damaged and kept it as found at copyPath.
+    void settingsFileDamaged(const QString& copyPath);
 
 private:
     void build(int language);

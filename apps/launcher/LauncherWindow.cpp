@@ -308,6 +308,13 @@ bool LauncherWindow::showGame(int row)
         shown =
             new GamePage(m_games.at(row), m_hostFolder, {m_store, m_messages, m_editor}, m_pages);
         m_pages->addWidget(shown);
+        connect(shown, &GamePage::settingsFileDamaged, this, [this](const QString& copy) {
+            tell(tr("Your settings file held lines that could not be read as they were meant, "
+                    "such as a quote that was never closed. Your choices were saved, and the file "
+                    "as it was is kept in %1.")
+                     .arg(copy),
+                 48);
+        });
         connect(shown, &GamePage::changed, this, [this, row] {
             updateGameItem(row);
             if (row == currentGame())

@@ -211,6 +211,17 @@ TEST(LauncherEndToEnd, TheLanguageSwitchRecaptionsOpenPagesAndAFailedEditTellsWh
     for (const QString& part : {u"video.cfg"_s, u"not installed"_s, u"exit code 1"_s})
         EXPECT_TRUE(told.contains(part)) << told;
     EXPECT_EQ(told.count(u"xdg-utils"_s), 2) << told;
+
+    // A settings file damaged by hand is kept as found at the next save, once.
+    QFile settings(user.folder("config") + u"/Quillmarsh 2.ini"_s);
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    settings.write("[Emberfall]\nPath=\"/games\n[MyOtherTool]\nToken=abc\n");
+    settings.close();
+    user.messages->texts.clear();
+    window->accept();
+    window->accept();
+    ASSERT_EQ(user.messages->texts.size(), 1) << user.messages->texts.join(u'|');
+    EXPECT_TRUE(user.messages->texts.first().contains(u"Quillmarsh 2.ini.damaged-"_s));
 }
 
 TEST(LauncherEndToEnd, PlayStartsTheGameWithItsArgumentsUnchangedThroughWineOnlyForWindowsPrograms)
