@@ -523,13 +523,16 @@ Document::Document(QByteArrayView data) : m_bytes(data.toByteArray()), m_crlf(da
             if (close < 0)
                 close = line.length;
             const QByteArrayView name = text.sliced(1, close - 1).trimmed();
-            if (name.compare("general", Qt::CaseInsensitive) == 0)
+            // [General] holds the keys of the top level; "[]" keys that start
+            // with "/", as QSettings reads them.
+            const bool general = name.compare("general", Qt::CaseInsensitive) == 0;
+            if (general)
                 section.clear();
             else if (name.compare("%general", Qt::CaseInsensitive) == 0)
                 section = QString::fromLatin1(name.sliced(1));
             else
                 section = unescapedKey(name);
-            prefix = section.isEmpty() ? QString() : section + u'/';
+            prefix = general ? QString() : section + u'/';
             m_sections.push_back({prefix, lineEnd(data, line.start + line.length)});
             continue;
         }
