@@ -64,14 +64,25 @@ QString textOf(const QVariant& value)
     return value.toString();
 }
 
+// The lines of a file without their ends: a last line without one may gain
+// one when a line is added after it.
+QList<QByteArray> linesOf(const QByteArray& file)
+{
+    QList<QByteArray> lines = file.split('\n');
+    for (QByteArray& line : lines)
+        if (line.endsWith('\r'))
+            line.chop(1);
+    return lines;
+}
+
 // The old lines that are not in the new file, in order; a line that is there
 // but out of order counts as missing.
 QList<QByteArray> missingLines(const QByteArray& oldFile, const QByteArray& newFile)
 {
-    const QList<QByteArray> now = newFile.split('\n');
+    const QList<QByteArray> now = linesOf(newFile);
     QList<QByteArray> missing;
     qsizetype next = 0;
-    for (const QByteArray& line : oldFile.split('\n')) {
+    for (const QByteArray& line : linesOf(oldFile)) {
         const qsizetype at = now.indexOf(line, next);
         if (at < 0)
             missing.append(line);
