@@ -27,8 +27,8 @@ namespace {
 QString escapedName(const QString& name)
 {
     const auto startsEscape = [&](qsizetype at) {
-        const QStringView next = QStringView(name).sliced(at + 1).first(
-            std::min<qsizetype>(2, name.size() - at - 1));
+        const QStringView next =
+            QStringView(name).sliced(at + 1).first(std::min<qsizetype>(2, name.size() - at - 1));
         return next.compare(u"25", Qt::CaseInsensitive) == 0 ||
                next.compare(u"2F", Qt::CaseInsensitive) == 0 ||
                next.compare(u"5C", Qt::CaseInsensitive) == 0;
@@ -53,8 +53,8 @@ QString escapedSection(const QString& section)
 {
     const QString general = QStringLiteral("General");
     // A name that reads like the escape below keeps its "%" as %25.
-    static const QRegularExpression likeEscapedGeneral(
-        QStringLiteral("^%[0-9a-f]{2}eneral$"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression likeEscapedGeneral(QStringLiteral("^%[0-9a-f]{2}eneral$"),
+                                                       QRegularExpression::CaseInsensitiveOption);
     if (likeEscapedGeneral.match(section).hasMatch())
         return QStringLiteral("%25") + section.mid(1);
     if (section == general || section.compare(general, Qt::CaseInsensitive) != 0)
@@ -508,7 +508,10 @@ QString settingsKey(const QString& section, const QString& key)
     return escapedSection(section) + u'/' + escapedName(key);
 }
 
-Document::Document(QByteArrayView data) : m_bytes(data.toByteArray()), m_crlf(data.contains("\r\n"))
+Document::Document(QByteArrayView data)
+    : m_bytes(data.toByteArray()), m_eol(data.contains("\r\n")                         ? "\r\n"
+                                         : data.contains('\r') && !data.contains('\n') ? "\r"
+                                                                                       : "\n")
 {
     qsizetype pos = data.startsWith("\xEF\xBB\xBF") ? 3 : 0;
     LogicalLine line;
@@ -543,7 +546,8 @@ Document::Document(QByteArrayView data) : m_bytes(data.toByteArray()), m_crlf(da
         if (line.equals < 0)
             continue;
         Entry entry;
-        entry.key = prefix + unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
+        entry.key =
+            prefix + unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
         entry.value = unescapedValue<Stored>(
             data.sliced(line.equals + 1, line.start + line.length - line.equals - 1));
         entry.section = section;
@@ -626,7 +630,7 @@ QByteArray Document::withRunawayQuotesClosed() const
 
 Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>& values) const
 {
-    const QByteArray eol = m_crlf ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
+    const QByteArray& eol = m_eol;
     TextEdits<QByteArray> edits(m_bytes);
     bool altered = false;
     // New keys by the section QSettings' writer files them under: the part
@@ -721,7 +725,7 @@ QByteArray Document::wholeFile(const std::vector<std::pair<QString, QString>>& v
         entry.section = QStringLiteral("\uFFFF"); // later than any section: it wins
         updated.insert(std::move(entry));
     }
-    const QByteArray eol = m_crlf ? QByteArrayLiteral("\r\n") : QByteArrayLiteral("\n");
+    const QByteArray& eol = m_eol;
     // Sections by the part of the key before its first "/", in the order they
     // first come, as QSettings' writer groups them.
     std::vector<std::pair<QString, std::vector<const Entry*>>> sections;

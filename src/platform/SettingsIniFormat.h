@@ -106,7 +106,7 @@ private:
     QHash<QString, size_t> m_index;
     std::vector<Section> m_sections;
     std::vector<qsizetype> m_runawayQuotes; // where a quote is open at a line end
-    bool m_crlf = false;
+    QByteArray m_eol = "\n"; // the file's own line end, for the lines a save adds
 };
 
 } // namespace qf::settingsini

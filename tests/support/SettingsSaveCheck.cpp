@@ -64,15 +64,11 @@ QString textOf(const QVariant& value)
     return value.toString();
 }
 
-// The lines of a file without their ends: a last line without one may gain
-// one when a line is added after it.
-QList<QByteArray> linesOf(const QByteArray& file)
+// The lines of a file without their ends ("\r\n", "\n" or "\r"): a last
+// line without one may gain one when a line is added after it.
+QList<QByteArray> linesOf(QByteArray file)
 {
-    QList<QByteArray> lines = file.split('\n');
-    for (QByteArray& line : lines)
-        if (line.endsWith('\r'))
-            line.chop(1);
-    return lines;
+    return file.replace("\r\n", "\n").replace('\r', '\n').split('\n');
 }
 
 // The old lines that are not in the new file, in order; a line that is there
@@ -120,7 +116,7 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
         const QString ours = read.value(it.key()).value_or(u"<none>"_s);
         if (ours != it.value().mid(it.value().indexOf(u':') + 1))
             faults.append(u"%1 reads %2 here, %3 in QSettings"_s.arg(shown(it.key()), shown(ours),
-                                                                   shown(it.value())));
+                                                                     shown(it.value())));
     }
     // A file changed beyond the lines set is kept as found; else every line
     // but those of keys set stays as it was, in its place.
@@ -132,11 +128,11 @@ QStringList checkSettingsSave(const QByteArray& oldFile, const std::vector<Setti
         faults.append(u"one save kept %1 copies"_s.arg(copies.size()));
     if (copies.isEmpty()) {
         const QList<QByteArray> missing = missingLines(oldFile, contents(file));
-        const qsizetype keyLines = std::count_if(missing.begin(), missing.end(),
-                                                 [](const QByteArray& l) { return l.contains('='); });
+        const qsizetype keyLines = std::count_if(
+            missing.begin(), missing.end(), [](const QByteArray& l) { return l.contains('='); });
         if (keyLines != missing.size() || keyLines > qsizetype(saved.size()))
-            faults.append(u"lines nobody set changed: %1"_s.arg(
-                shown(QString::fromUtf8(missing.join("|")))));
+            faults.append(
+                u"lines nobody set changed: %1"_s.arg(shown(QString::fromUtf8(missing.join("|")))));
     }
     const IniFileSettingsStore fresh(dir.path());
     const QHash<QString, QString> after = hostValues(file, u"after"_s);
