@@ -288,7 +288,8 @@ TEST_F(SettingsStoreTest, KeysReadAsQSettingsReadsThemAndHostNamesAreOurs)
         "[a\\b]\nc=2\n[a]\nb\\c=1\n",              // the later section in name order wins,
         "[a]\nb\\c=1\n[a\\b]\nc=2\n[a]\nb\\c=3\n", // whatever the file order,
         "[b]\nk=1\n[a]\nk=2\n[b]\nk=3\nk=4\n",     // and in one section the later line
-        "[a]\nMod 100%=x\nMod%20100%25=y\n"};
+        "[a]\nMod 100%=x\nMod%20100%25=y\n",
+        "\xEF\xBB\xBF k=1\n [a]\nk=2\n"}; // a blank after a byte order mark is part of the key
     for (const char* old : files)
         EXPECT_EQ(checkSettingsSave(old, {{u"a"_s, u"new"_s, u"1"_s}}), QStringList()) << old;
 

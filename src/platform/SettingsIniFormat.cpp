@@ -513,41 +513,23 @@ Document::Document(QByteArrayView data)
                                          : data.contains('\r') && !data.contains('\n') ? "\r"
                                                                                        : "\n")
 {
-    qsizetype pos = data.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    LogicalLine line;
     QString section;
     QString prefix; // the section's name and "/", empty at the top level
-    while (readLine(data, pos, line)) {
-        const QByteArrayView text = data.sliced(line.start, line.length);
+    const auto keyLine = [&](const LogicalLine& line) {
         if (line.quotedBreak >= 0)
             m_runawayQuotes.push_back(line.quotedBreak);
-        if (text.startsWith('[')) {
-            qsizetype close = text.indexOf(']');
-            if (close < 0)
-                close = line.length;
-            const QByteArrayView name = text.sliced(1, close - 1).trimmed();
-            // [General] holds the keys of the top level; "[]" keys that start
-            // with "/", as QSettings reads them.
-            const bool general = name.compare("general", Qt::CaseInsensitive) == 0;
-            if (general)
-                section.clear();
-            else if (name.compare("%general", Qt::CaseInsensitive) == 0)
-                section = QString::fromLatin1(name.sliced(1));
-            else
-                section = unescapedKey(name);
-            prefix = general ? QString() : section + u'/';
-            m_sections.push_back({prefix, lineEnd(data, line.start + line.length)});
-            continue;
-        }
         if (m_sections.empty())
             m_sections.push_back({QString(), 0}); // the lines before any header
         m_sections.back().addAt = lineEnd(data, line.start + line.length);
         // QSettings drops a line without "=", and so does the document.
         if (line.equals < 0)
-            continue;
+            return;
+        const QByteArrayView text = data.sliced(line.start, line.length);
+        QString name = unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
+        if (name.startsWith(QChar(0xFEFF)))
+            name.remove(0, 1); // the byte order mark, read with the first key
         Entry entry;
-        entry.key =
-            prefix + unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
+        entry.key = prefix + name;
         entry.value = unescapedValue<Stored>(
             data.sliced(line.equals + 1, line.start + line.length - line.equals - 1));
         entry.section = section;
@@ -556,6 +538,49 @@ Document::Document(QByteArrayView data)
         entry.equals = line.equals;
         entry.damaged = line.lineBreak >= 0 || text.contains('\0') || !isValidUtf8(text);
         insert(std::move(entry));
+    };
+
+    qsizetype pos = 0;
+    LogicalLine line;
+    // QSettings finds the sections past a byte order mark, but reads the keys
+    // before the first one from the file's first byte, the mark included: a
+    // blank after the mark stays in the first key.
+    if (data.startsWith("\xEF\xBB\xBF")) {
+        qsizetype scan = 3;
+        qsizetype header = data.size();
+        while (readLine(data, scan, line))
+            if (data[line.start] == '[') {
+                header = line.start;
+                break;
+            }
+        const QByteArrayView beforeHeader = data.first(header);
+        while (readLine(beforeHeader, pos, line))
+            keyLine(line);
+        pos = header;
+    }
+    while (readLine(data, pos, line)) {
+        const QByteArrayView text = data.sliced(line.start, line.length);
+        if (!text.startsWith('[')) {
+            keyLine(line);
+            continue;
+        }
+        if (line.quotedBreak >= 0)
+            m_runawayQuotes.push_back(line.quotedBreak);
+        qsizetype close = text.indexOf(']');
+        if (close < 0)
+            close = line.length;
+        const QByteArrayView name = text.sliced(1, close - 1).trimmed();
+        // [General] holds the keys of the top level; "[]" keys that start
+        // with "/", as QSettings reads them.
+        const bool general = name.compare("general", Qt::CaseInsensitive) == 0;
+        if (general)
+            section.clear();
+        else if (name.compare("%general", Qt::CaseInsensitive) == 0)
+            section = QString::fromLatin1(name.sliced(1));
+        else
+            section = unescapedKey(name);
+        prefix = general ? QString() : section + u'/';
+        m_sections.push_back({prefix, lineEnd(data, line.start + line.length)});
     }
 }
 
