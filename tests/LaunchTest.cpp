@@ -130,7 +130,7 @@ TEST_F(LaunchTest, EachRouteKindGivesItsWordsHostileTextStaysOneWordAndABrokenRo
     w.Text1.at(1).setText(u"y"_s);
     w.lstConfig.setListIndex(0);
     w.txtCLP.setText({});
-    described = launch::describeLaunch(control, {u"/opt/proton/wine"_s});
+    described = launch::describeLaunch(control, {.windowsRunner = u"/opt/proton/wine"_s});
     EXPECT_TRUE(described.windowsProgram);
     EXPECT_EQ(described.arguments.mid(0, 6),
               (QStringList{u"-n"_s, u"5"_s, u"/opt/proton/wine"_s, u"explorer"_s, u"/desktop=x,y"_s,
@@ -209,13 +209,13 @@ TEST(LaunchRoutes, MalformedLinesAreLeftOutWithTheirReason)
     // The first line of a key and state counts, as in every profile read, and
     // so does the first section.
     const launch::LaunchRoutes twice = launch::parseLaunchRoutes(
-        qf::IniDocument::parse(u"[Launch]\nA=-first\na=-second\nA[1]=-one\n[LAUNCH]\nB=-b\n"
+        qf::IniDocument::parse(u"[Launch]\nA=-first\nB]=bad\na=-second\nA[1]=-one\n[LAUNCH]\nB=-b\n"
                                "[Other]\n[launch]\nC=-c\n"_s));
     ASSERT_EQ(twice.routes.size(), 2);
     EXPECT_EQ(twice.routes.at(0).actions.at(0).words.at(0).at(0).text, u"-first"_s);
-    ASSERT_EQ(twice.problems.size(), 3);
-    EXPECT_EQ(twice.problems.at(0).position, (qf::IniDocument::Position{3, 1}));
-    EXPECT_TRUE(twice.problems.at(2).message.contains(u"appears again"_s));
+    ASSERT_EQ(twice.problems.size(), 4);
+    EXPECT_EQ(twice.problems.at(1).position, (qf::IniDocument::Position{4, 1}));
+    EXPECT_TRUE(twice.problems.at(3).message.contains(u"appears again"_s));
 }
 
 TEST(Launch, WindowsProgramsAreToldByTheirHeaderAndAMissingFolderByTheProgram)

@@ -43,10 +43,10 @@ struct LaunchDescription {
 
 struct LaunchOptions {
     // The program that runs Windows programs (a path or a name); "wine" when empty.
-    QString windowsRunner;
+    QString windowsRunner{};
     // The game's program while no folder is chosen, for tools that show what
     // the routes give before a game is installed (the game data preview).
-    QString programIfNoneChosen;
+    QString programIfNoneChosen{};
 };
 
 // The value of every option the routes can name: each valued option widget by

@@ -525,11 +525,10 @@ Document::Document(QByteArrayView data)
         if (line.equals < 0)
             return;
         const QByteArrayView text = data.sliced(line.start, line.length);
-        QString name = unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
-        if (name.startsWith(QChar(0xFEFF)))
-            name.remove(0, 1); // the byte order mark, read with the first key
         Entry entry;
-        entry.key = prefix + name;
+        // The byte order mark a first key starts with goes as its UTF-8 is read.
+        entry.key =
+            prefix + unescapedKey(data.sliced(line.start, line.equals - line.start).trimmed());
         entry.value = unescapedValue<Stored>(
             data.sliced(line.equals + 1, line.start + line.length - line.equals - 1));
         entry.section = section;

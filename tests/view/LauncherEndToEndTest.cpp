@@ -292,8 +292,9 @@ TEST(LauncherEndToEnd, PlayStartsTheGameWithItsOptionsThroughWineOnlyForWindowsP
                                        .readValue(qf::settings::Application, u"Hollow Reach"_s,
                                                   qf::settings::CommandLineParameters, QString()))
             << "Play keeps the page's choices first";
-        if (c.folder.isEmpty())
+        if (c.folder.isEmpty()) {
             EXPECT_EQ(widget<QLineEdit>(*window, "commandLine")->text(), QString());
+        }
     }
     qunsetenv("FAKE_EXIT");
 
@@ -454,9 +455,10 @@ TEST(Preview, DrawsTheLaunchersPixelsRefusesWhatCannotRunAndItsWindowFollowsRena
     for (const auto& [arguments, exitCode] : runs) {
         const ProgramRun run = user.run(QFORMS_CLI_PATH, QStringList{u"preview"_s} + arguments);
         EXPECT_EQ(run.exitCode, exitCode) << arguments.join(u' ') << run.err;
-        if (exitCode == 0)
+        if (exitCode == 0) {
             EXPECT_TRUE(run.out.startsWith(u"launch: wine emberfall.exe +set r_detail high"_s))
                 << run.out;
+        }
     }
     auto launcher = user.window();
     launcher->show();
