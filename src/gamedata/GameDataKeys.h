@@ -37,7 +37,12 @@ inline const QString KindText = QStringLiteral("text");
 // The key of an entry: "Control", the entry number, the suffix ("Control12Type").
 inline QString entryKey(int entry, const QString& suffix)
 {
-    return QStringLiteral("Control") + QString::number(entry) + suffix;
+    QString key;
+    key.reserve(12 + suffix.size());
+    key += QLatin1StringView("Control");
+    key += QString::number(entry);
+    key += suffix;
+    return key;
 }
 
 } // namespace qf::gamedata

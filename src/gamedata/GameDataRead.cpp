@@ -24,7 +24,14 @@ QString profileRead(ControlContext& context, const QString& section, const QStri
 
 QString gameDataPath(const ControlContext& context)
 {
-    return datapaths::dataPath(context.strAppPath, context.strQGDFile);
+    // Every profile read of a call names the same file: build its path once.
+    thread_local QString appPath, qgdFile, path;
+    if (path.isNull() || appPath != context.strAppPath || qgdFile != context.strQGDFile) {
+        appPath = context.strAppPath;
+        qgdFile = context.strQGDFile;
+        path = datapaths::dataPath(appPath, qgdFile);
+    }
+    return path;
 }
 
 QString gameDataRead(ControlContext& context, const QString& section, const QString& key,

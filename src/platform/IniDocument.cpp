@@ -1,5 +1,7 @@
 #include "platform/IniDocument.h"
 
+#include <atomic>
+
 namespace qf {
 
 namespace {
@@ -50,7 +52,9 @@ bool isProfileBlank(QChar c)
 
 IniDocument IniDocument::parse(QString text)
 {
+    static std::atomic<quint64> lastId{0};
     IniDocument doc;
+    doc.m_id = ++lastId;
     doc.m_text = std::move(text);
     const QStringView all(doc.m_text);
     // Every line holds at most one key; spare room costs little, rehashing
@@ -126,10 +130,17 @@ IniDocument IniDocument::parse(QString text)
 
 std::optional<qsizetype> IniDocument::findSection(QStringView section) const
 {
+    // The reads of one file mostly ask for one section in a row.
+    thread_local quint64 lastDocument = 0;
+    thread_local QString lastName;
+    thread_local std::optional<qsizetype> lastHeader;
+    if (lastDocument == m_id && section == lastName)
+        return lastHeader;
     const auto it = m_sections.constFind(KeyRef{SectionNames, trimmed(section)});
-    if (it == m_sections.cend())
-        return std::nullopt;
-    return *it;
+    lastDocument = m_id;
+    lastName = section.toString();
+    lastHeader = it == m_sections.cend() ? std::nullopt : std::optional<qsizetype>(*it);
+    return lastHeader;
 }
 
 const IniDocument::Line* IniDocument::findKey(QStringView section, QStringView key) const
@@ -141,7 +152,7 @@ const IniDocument::Line* IniDocument::findKey(QStringView section, QStringView k
     return it == m_keys.cend() ? nullptr : &m_lines[size_t(it->line)];
 }
 
-std::optional<QString> IniDocument::rawValue(QStringView section, QStringView key) const
+std::optional<QStringView> IniDocument::rawView(QStringView section, QStringView key) const
 {
     const std::optional<qsizetype> header = findSection(section);
     if (!header)
@@ -149,7 +160,13 @@ std::optional<QString> IniDocument::rawValue(QStringView section, QStringView ke
     const auto keyIt = m_keys.constFind(KeyRef{*header, trimmed(key)});
     if (keyIt == m_keys.cend() || !keyIt->present)
         return std::nullopt;
-    return keyIt->text.toString();
+    return keyIt->text;
+}
+
+std::optional<QString> IniDocument::rawValue(QStringView section, QStringView key) const
+{
+    const std::optional<QStringView> view = rawView(section, key);
+    return view ? std::optional(view->toString()) : std::nullopt;
 }
 
 IniDocument::Position IniDocument::positionOf(const Line& line, QStringView text) const

@@ -68,6 +68,9 @@ public:
     // around the section and key names looked up are ignored.
     std::optional<QString> rawValue(QStringView section, QStringView key) const;
 
+    // rawValue() as a view into the document, which must outlive it.
+    std::optional<QStringView> rawView(QStringView section, QStringView key) const;
+
     // rawValue() with one pair of surrounding quotes removed (stripQuotes).
     std::optional<QString> value(QStringView section, QStringView key) const;
 
@@ -93,7 +96,9 @@ private:
         QStringView name;
         friend bool operator==(const KeyRef& a, const KeyRef& b)
         {
-            return a.section == b.section && a.name.compare(b.name, Qt::CaseInsensitive) == 0;
+            // Names are mostly looked up as they are written: that compare is cheap.
+            return a.section == b.section &&
+                   (a.name == b.name || a.name.compare(b.name, Qt::CaseInsensitive) == 0);
         }
         friend size_t qHash(const KeyRef& key, size_t seed)
         {
@@ -119,6 +124,7 @@ private:
     Position positionOf(const Line& line, QStringView text) const;
 
     QString m_text;
+    quint64 m_id = 0; // tells this document from every other one parsed
     // Section name (under section -1) -> header of its first occurrence.
     QHash<KeyRef, qsizetype> m_sections;
     // Key name under that header -> value of its first line.

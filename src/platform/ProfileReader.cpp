@@ -131,11 +131,13 @@ std::optional<QByteArray> readRegularFile(const QString& path, FileIdentity& ide
 
 // Windows' profile copy: one pair of quotes stripped, then cut to fit the
 // buffer with its terminating zero.
-ProfileString copyEntry(const QString& text, qint32 bufferSize)
+ProfileString copyEntry(QStringView value, qint32 bufferSize)
 {
     if (bufferSize <= 0)
         return {};
-    QString value = IniDocument::stripQuotes(text);
+    if (value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') &&
+        value.back() == value.front())
+        value = value.sliced(1, value.size() - 2);
     const qsizetype room = bufferSize - 1;
     if (value.size() > room) {
         qsizetype cut = room;
@@ -143,7 +145,7 @@ ProfileString copyEntry(const QString& text, qint32 bufferSize)
             --cut;
         value.truncate(cut);
     }
-    return {value, qint32(value.size())};
+    return {value.toString(), qint32(value.size())};
 }
 
 QString withoutTrailingSpaces(const QString& text)
@@ -184,12 +186,15 @@ std::shared_ptr<const IniDocument> loadProfile(const QString& path)
     ProfileSnapshot* snapshot = currentSnapshot;
     if (!snapshot)
         return loadFromDisk(path);
-    const auto known = snapshot->m_documents.constFind(path);
-    if (known != snapshot->m_documents.cend())
-        return *known;
-    auto document = loadFromDisk(path);
-    snapshot->m_documents.insert(path, document);
-    return document;
+    // A call reads one file many times in a row.
+    if (snapshot->m_lastPath == path && !path.isNull())
+        return snapshot->m_lastDocument;
+    auto known = snapshot->m_documents.constFind(path);
+    if (known == snapshot->m_documents.cend())
+        known = snapshot->m_documents.insert(path, loadFromDisk(path));
+    snapshot->m_lastPath = path;
+    snapshot->m_lastDocument = *known;
+    return *known;
 }
 
 namespace {
@@ -220,11 +225,12 @@ ProfileString getPrivateProfileString(const QString& section, const QString& key
                                       const QString& defaultValue, const QString& path,
                                       qint32 bufferSize)
 {
-    std::optional<QString> value;
-    if (const auto document = loadProfile(path))
-        value = document->rawValue(section, key);
+    const auto document = loadProfile(path);
+    if (document)
+        if (const std::optional<QStringView> value = document->rawView(section, key))
+            return copyEntry(*value, bufferSize);
     // Windows drops the default's trailing spaces (spaces only, not tabs).
-    return copyEntry(value ? *value : withoutTrailingSpaces(defaultValue), bufferSize);
+    return copyEntry(withoutTrailingSpaces(defaultValue), bufferSize);
 }
 
 } // namespace qf

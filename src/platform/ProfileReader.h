@@ -36,6 +36,8 @@ private:
     ProfileSnapshot* m_outer;
     quint64 m_id;
     QHash<QString, std::shared_ptr<const IniDocument>> m_documents;
+    QString m_lastPath;
+    std::shared_ptr<const IniDocument> m_lastDocument;
     friend std::shared_ptr<const IniDocument> loadProfile(const QString& path);
 };
 

@@ -26,6 +26,8 @@ namespace {
 // writes, and every name still has a key of its own.
 QString escapedName(const QString& name)
 {
+    if (!name.contains(u'%') && !name.contains(u'/') && !name.contains(u'\\'))
+        return name; // most names: nothing to escape
     const auto startsEscape = [&](qsizetype at) {
         const QStringView next =
             QStringView(name).sliced(at + 1).first(std::min<qsizetype>(2, name.size() - at - 1));
@@ -505,7 +507,13 @@ QString settingsKey(const QString& section, const QString& key)
     // An empty section leaves the key at the top level, the INI section [General].
     if (section.isEmpty())
         return escapedName(key);
-    return escapedSection(section) + u'/' + escapedName(key);
+    // A load asks for many keys of one game in a row.
+    thread_local QString lastSection, lastEscaped;
+    if (lastSection.isNull() || section != lastSection) {
+        lastSection = section;
+        lastEscaped = escapedSection(section) + u'/';
+    }
+    return lastEscaped + escapedName(key);
 }
 
 Document::Document(QByteArrayView data)
