@@ -44,6 +44,5 @@ int main(int argc, char** argv)
         return 1;
     const qf::launch::LaunchDescription launch =
         qf::launch::describeLaunch(control, {QString(), QStringLiteral("game")});
-    std::printf("%s\n", qPrintable(launch.text()));
     return launch.arguments == QStringList{QStringLiteral("-nosound")} ? 0 : 1;
 }
