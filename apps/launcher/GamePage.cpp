@@ -24,15 +24,15 @@ GamePage::GamePage(GameEntry game, QString hostFolder, PageServices services, QW
     layout->addStretch();
 
     qf::ControlWidgets& w = m_control->widgets();
-    connect(m_control.get(), &qForms::StatusChange, this, &GamePage::changed);
+    connect(m_control.get(), &qForms::StatusChange, this, &GamePage::notify);
     connect(m_control.get(), &qForms::settingsFileDamaged, this, &GamePage::settingsFileDamaged);
-    w.txtPath.change.connect([this] { emit changed(); });
-    w.txtCLP.change.connect([this] { emit changed(); });
-    w.comModSelect.click.connect([this] { emit changed(); });
-    w.lstConfig.changed.connect([this](qf::Property) { emit changed(); });
+    w.txtPath.change.connect([this] { notify(); });
+    w.txtCLP.change.connect([this] { notify(); });
+    w.comModSelect.click.connect([this] { notify(); });
+    w.lstConfig.changed.connect([this](qf::Property) { notify(); });
     w.chkModCheck.changed.connect([this](qf::Property property) {
         if (property == qf::Property::Value)
-            emit changed();
+            notify();
     });
 }
 
@@ -78,7 +78,7 @@ void GamePage::build(int language)
         option.changed.connect([this](qf::Property property) {
             if (property == qf::Property::Value || property == qf::Property::Text ||
                 property == qf::Property::ListIndex)
-                emit changed();
+                notify();
         });
     };
     const qf::ControlWidgets& w = m_control->widgets();
@@ -93,11 +93,13 @@ void GamePage::open(int language)
     if (m_open)
         return;
     m_open = true;
+    ++m_quiet;
     build(language);
     m_control->qLoadSettings();
     // No stored folder runs no check; the status line should still say so.
     if (m_control->qpGameStatusColour().isEmpty())
         m_control->qCheckGame();
+    --m_quiet;
     emit changed();
 }
 
@@ -119,6 +121,7 @@ void GamePage::setLanguage(int language)
         return;
     // Option widgets take their captions when they are built: park the
     // choices, build the page anew, and put them back.
+    ++m_quiet;
     auto parked = std::make_shared<MemorySettingsStore>();
     m_control->setSettingsStore(parked);
     m_control->qSaveSettings();
@@ -129,7 +132,14 @@ void GamePage::setLanguage(int language)
     // The folder text came back unchanged, so no check ran: run one for the
     // status line's text in the new language.
     m_control->qCheckGame();
+    --m_quiet;
     emit changed();
+}
+
+void GamePage::notify()
+{
+    if (m_quiet == 0)
+        emit changed();
 }
 
 qf::launch::LaunchDescription GamePage::launch(const qf::launch::LaunchOptions& options) const

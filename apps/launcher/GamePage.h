@@ -59,6 +59,9 @@ signals:
 
 private:
     void build(int language);
+    // Raises changed(), but once at the end while the page builds or restores
+    // itself: each change would recompute the game's command line.
+    void notify();
 
     GameEntry m_game;
     QString m_hostFolder;
@@ -66,5 +69,6 @@ private:
     std::unique_ptr<qForms> m_control;
     qf::ControlView* m_view = nullptr;
     bool m_open = false;
+    int m_quiet = 0;
     int m_language = 0;
 };
