@@ -7,7 +7,6 @@
 #include <QDataStream>
 #include <QIODevice>
 #include <QRegularExpression>
-#include <QSet>
 #include <QStringDecoder>
 #include <QStringList>
 #include <QVariant>
@@ -667,14 +666,15 @@ Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>
     bool altered = false;
     // New keys by the section QSettings' writer files them under: the part
     // of the key before its first "/".
-    std::vector<std::pair<QString, QByteArray>> added;
+    QStringList added;
     QHash<QString, QByteArray> addedFor;
-    QSet<QString> done;
-    for (auto it = values.rbegin(); it != values.rend(); ++it) {
-        const auto& [key, text] = *it;
-        if (done.contains(key))
-            continue; // the last value given for a key counts
-        done.insert(key);
+    QHash<QString, size_t> last; // the last value given for a key counts
+    for (size_t i = 0; i < values.size(); ++i)
+        last.insert(values[i].first, i);
+    for (size_t i = 0; i < values.size(); ++i) {
+        const auto& [key, text] = values[i];
+        if (last.value(key) != i)
+            continue;
         const auto found = m_index.constFind(key);
         if (found != m_index.constEnd() && m_entries[*found].exact) {
             const Entry& entry = m_entries[*found];
@@ -698,13 +698,11 @@ Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>
         const QByteArray line =
             escapedKey(slash < 0 ? key : key.sliced(slash + 1)) + '=' + escapedValue(text);
         if (!addedFor.contains(section))
-            added.emplace_back(section, QByteArray());
-        addedFor[section].prepend(line + eol);
+            added.append(section);
+        addedFor[section] += line + eol;
     }
-    // In the order given: the loop above went backwards.
-    std::reverse(added.begin(), added.end());
     QByteArray appended;
-    for (const auto& [section, unused] : added) {
+    for (const QString& section : added) {
         const QByteArray lines = addedFor.value(section);
         const QString prefix = section.isEmpty() ? QString() : section + u'/';
         const auto last = std::find_if(m_sections.rbegin(), m_sections.rend(),
