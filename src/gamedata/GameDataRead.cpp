@@ -43,7 +43,24 @@ QString gameDataRead(ControlContext& context, const QString& section, const QStr
 QString customControlRead(ControlContext& context, int entry, const QString& suffix,
                           const QString& defaultValue)
 {
-    return gameDataRead(context, Section, entryKey(entry, suffix), defaultValue);
+    // entryKey() written into a buffer that keeps its room: a build or a load
+    // reads thousands of keys in a row.
+    thread_local QString key;
+    key.resize(0);
+    key += QLatin1StringView("Control");
+    char16_t digits[12];
+    int count = 0;
+    quint32 rest = entry < 0 ? 0u - quint32(entry) : quint32(entry);
+    do {
+        digits[count++] = char16_t(u'0' + rest % 10);
+        rest /= 10;
+    } while (rest > 0);
+    if (entry < 0)
+        key += u'-';
+    while (count > 0)
+        key += QChar(digits[--count]);
+    key += suffix;
+    return gameDataRead(context, Section, key, defaultValue);
 }
 
 Kind kindOf(const QString& loweredType)

@@ -36,8 +36,15 @@ size_t caseInsensitiveHash(QStringView text, size_t seed)
 {
     // FNV-1a over the case-folded code points.
     quint64 hash = 0xcbf29ce484222325ULL ^ seed;
+    const char16_t* data = text.utf16();
     for (qsizetype i = 0; i < text.size();) {
-        hash ^= foldedAt(text, i);
+        const char16_t c = data[i];
+        if (c < 0x80) {
+            hash ^= (c >= u'A' && c <= u'Z') ? char32_t(c + 0x20) : char32_t(c);
+            ++i;
+        } else {
+            hash ^= foldedAt(text, i);
+        }
         hash *= 0x100000001b3ULL;
     }
     return size_t(hash ^ (hash >> 32));

@@ -96,9 +96,17 @@ private:
         QStringView name;
         friend bool operator==(const KeyRef& a, const KeyRef& b)
         {
-            // Names are mostly looked up as they are written: that compare is cheap.
-            return a.section == b.section &&
-                   (a.name == b.name || a.name.compare(b.name, Qt::CaseInsensitive) == 0);
+            // Names are mostly looked up as they are written: that compare is
+            // cheap; names that end in different letters are not compared further.
+            if (a.section != b.section)
+                return false;
+            if (a.name == b.name)
+                return true;
+            const char16_t x = a.name.isEmpty() ? 0 : a.name.back().unicode();
+            const char16_t y = b.name.isEmpty() ? 0 : b.name.back().unicode();
+            if (x < 0x80 && y < 0x80 && (x | 0x20) != (y | 0x20))
+                return false;
+            return a.name.compare(b.name, Qt::CaseInsensitive) == 0;
         }
         friend size_t qHash(const KeyRef& key, size_t seed)
         {
