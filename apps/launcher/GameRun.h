@@ -28,7 +28,6 @@ public:
     // Starts the process; the outcome arrives as ended().
     void start();
     const QString& logFile() const { return m_logFile; }
-    qint64 processId() const { return m_process.processId(); }
 
 signals:
     // problem is empty when the game ended normally with code 0.

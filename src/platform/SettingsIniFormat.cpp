@@ -626,15 +626,6 @@ std::optional<QString> Document::value(const QString& settingsKey) const
     return stored.isList ? QString() : typedText(stored.text);
 }
 
-QStringList Document::keys() const
-{
-    QStringList keys;
-    for (const Entry& entry : m_entries)
-        if (entry.exact)
-            keys.append(entry.key);
-    return keys;
-}
-
 Document::Saved Document::withValues(const std::vector<std::pair<QString, QString>>& values) const
 {
     // A quote left open at the end of its line swallows the lines after it;

@@ -43,9 +43,6 @@ public:
     // the key is missing.
     std::optional<QString> value(const QString& settingsKey) const;
 
-    // Every key QSettings finds, in the order the keys first come.
-    QStringList keys() const;
-
     // The file with the values set, each reading back exactly whatever it
     // holds. altered: lines that were not set changed too, because the file
     // held lines QSettings' rules join or change: a quote left open at the end
