@@ -157,6 +157,7 @@ TEST(IniDocument, SectionHeadersAndTheFirstOfEachNameWins)
     EXPECT_EQ(doc.value(u"", u"top"), u"1"_s);
     EXPECT_EQ(doc.value(u" ", u"k"), u"v"_s);
     EXPECT_EQ(doc.value(u"sec", u"a"), u"2"_s);
+    EXPECT_EQ(doc.value(u"sec", u"b"), std::nullopt) << "b, just below, is another section's";
     EXPECT_EQ(doc.value(u"x]y", u"b"), u"3"_s);
     EXPECT_EQ(doc.value(u"", u"c"), std::nullopt);
 
@@ -164,6 +165,8 @@ TEST(IniDocument, SectionHeadersAndTheFirstOfEachNameWins)
     const IniDocument repeated = IniDocument::parse(
         u"[s]\na=1\na=2\nflag\nflag=yes\n;c=comment\n=empty\n[t]\n[S]\na=3\nb=4"_s);
     EXPECT_EQ(repeated.value(u"S", u"A"), u"1"_s);
+    EXPECT_EQ(repeated.value(u"s", u"a"), u"1"_s);
+    EXPECT_EQ(repeated.value(u"s", u"a"), u"1"_s) << "the line below the first is no match";
     EXPECT_EQ(repeated.value(u"s", u"b"), std::nullopt);
     // A line without "=" hides later lines of the same key.
     EXPECT_EQ(repeated.value(u"s", u"flag"), std::nullopt);

@@ -1,5 +1,6 @@
 #include "platform/IniDocument.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace qf {
@@ -129,8 +130,10 @@ IniDocument IniDocument::parse(QString text)
         // The first line of a key name wins, even one without "=".
         const qsizetype count = doc.m_keys.size();
         Value& slot = doc.m_keys[KeyRef{header, entry.name}];
-        if (doc.m_keys.size() != count)
+        if (doc.m_keys.size() != count) {
             slot = Value{entry.value, qint32(doc.m_lines.size() - 1), entry.present};
+            doc.m_lines.back().found = true;
+        }
     }
     return doc;
 }
@@ -159,13 +162,45 @@ const IniDocument::Line* IniDocument::findKey(QStringView section, QStringView k
     return it == m_keys.cend() ? nullptr : &m_lines[size_t(it->line)];
 }
 
+namespace {
+// The line the last lookup of a document found, for the next one to start at.
+thread_local quint64 lastFoundDocument = 0;
+thread_local qsizetype lastFoundLine = -1;
+} // namespace
+
+const IniDocument::Line* IniDocument::nearLastFound(qsizetype header, QStringView key) const
+{
+    // A build or a load reads the keys of an entry, then of the next one, in
+    // about the order they are written: the few lines after the last one found
+    // usually hold the next, and reading them costs less than a hash lookup
+    // in a large file. Only a name written exactly as looked up is taken here.
+    if (lastFoundDocument != m_id)
+        return nullptr;
+    const qsizetype end = std::min<qsizetype>(lastFoundLine + 8, qsizetype(m_lines.size()));
+    for (qsizetype i = lastFoundLine + 1; i < end; ++i) {
+        const Line& line = m_lines[size_t(i)];
+        if (line.found && line.header == header && line.name == key) {
+            lastFoundLine = i;
+            return &line;
+        }
+    }
+    return nullptr;
+}
+
 std::optional<QStringView> IniDocument::rawView(QStringView section, QStringView key) const
 {
     const std::optional<qsizetype> header = findSection(section);
     if (!header)
         return std::nullopt;
-    const auto keyIt = m_keys.constFind(KeyRef{*header, trimmed(key)});
-    if (keyIt == m_keys.cend() || !keyIt->present)
+    const QStringView name = trimmed(key);
+    if (const Line* line = nearLastFound(*header, name))
+        return line->present ? std::optional(line->value) : std::nullopt;
+    const auto keyIt = m_keys.constFind(KeyRef{*header, name});
+    if (keyIt == m_keys.cend())
+        return std::nullopt;
+    lastFoundDocument = m_id;
+    lastFoundLine = keyIt->line;
+    if (!keyIt->present)
         return std::nullopt;
     return keyIt->text;
 }

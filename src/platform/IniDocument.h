@@ -125,10 +125,12 @@ private:
         qint32 lineNumber = 0;
         qint32 header = 0; // index into m_headers of its section
         bool present = false;
+        bool found = false; // the line lookups of its name find
     };
 
     std::optional<qsizetype> findSection(QStringView section) const;
     const Line* findKey(QStringView section, QStringView key) const;
+    const Line* nearLastFound(qsizetype header, QStringView key) const;
     Position positionOf(const Line& line, QStringView text) const;
 
     QString m_text;
