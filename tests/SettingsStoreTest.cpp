@@ -201,16 +201,18 @@ TEST_F(SettingsStoreTest, ASaveIntoAnyFileReadsBackAndKeepsWhatQSettingsRead)
     EXPECT_EQ(contents(file), expected + "\r\n\r\n[New%20Game]\r\nPath=/games/d\r\n");
     EXPECT_EQ(QFile::permissions(file), permissions);
 
-    // The file is read once however many values are looked up, and again
-    // when another program replaces it, even with one of the same size.
+    // What the store wrote it does not read again; a file another program
+    // replaces, even with one of the same size, is read once however many
+    // values are looked up.
+    EXPECT_EQ(opensOf(file, [&] { store->readValue(App, u"Arena"_s, u"Path"_s, {}); }), 0);
+    QByteArray replaced = contents(file);
+    replaced.replace("/games/new", "/games/old");
+    ASSERT_TRUE(writeFile(file, replaced));
     const int opens = opensOf(file, [&] {
         for (const QString& key : {u"Path"_s, u"Mod Name"_s, u"Path"_s})
             store->readValue(App, u"Arena"_s, key, {});
     });
     EXPECT_EQ(opens, 1);
-    QByteArray replaced = contents(file);
-    replaced.replace("/games/new", "/games/old");
-    ASSERT_TRUE(writeFile(file, replaced));
     EXPECT_EQ(store->readValue(App, u"Arena"_s, u"Path"_s, {}), u"/games/old"_s);
 }
 

@@ -70,7 +70,7 @@ int removeStaleReplacements(const QString& path)
     return removed;
 }
 
-int replaceFileContents(const QString& path, QByteArrayView bytes)
+int replaceFileContents(const QString& path, QByteArrayView bytes, struct stat* written)
 {
     const QString target = targetOf(path);
     const QByteArray nativeTarget = QFile::encodeName(target);
@@ -89,6 +89,8 @@ int replaceFileContents(const QString& path, QByteArrayView bytes)
         error = writeAll(fd, bytes);
     if (error == 0)
         error = syncToDisk(fd);
+    if (error == 0 && written && ::fstat(fd, written) != 0)
+        error = errno;
     if (::close(fd) != 0 && error == 0 && errno != EINTR)
         error = errno;
     if (error == 0 && ::rename(temporary.constData(), nativeTarget.constData()) != 0)

@@ -154,6 +154,11 @@ void IniFileSettingsStore::sync()
         throw SaveError(failures.join(QStringLiteral("; ")));
 }
 
+IniFileSettingsStore::Identity IniFileSettingsStore::identityOf(const struct stat& status)
+{
+    return Identity{status.st_dev, status.st_ino, status.st_size, status.st_mtim};
+}
+
 IniFileSettingsStore::File& IniFileSettingsStore::file(const QString& application) const
 {
     auto it = m_files.find(application);
@@ -183,9 +188,6 @@ void IniFileSettingsStore::refresh(File& file) const
         file.read = true;
         return;
     }
-    const auto identityOf = [](const struct stat& s) {
-        return Identity{s.st_dev, s.st_ino, s.st_size, s.st_mtim};
-    };
     if (file.read && file.identity && *file.identity == identityOf(status))
         return;
 
@@ -243,20 +245,28 @@ void IniFileSettingsStore::write(File& file)
     }
     // Only the lines of the keys set change; a file whose other lines must
     // change too is kept as found beside it first.
-    const settingsini::Document::Saved saved = file.document.withValues(file.unwritten);
+    settingsini::Document::Saved saved = file.document.withValues(file.unwritten);
     if (saved.altered) {
         const QString copy = keepDamagedCopy(file.path, file.document.bytes());
         if (copy.isEmpty())
             failSave(file.path, QStringLiteral("its damaged lines could not be kept in a copy"));
         m_damagedCopies.append(copy);
     }
-    if (const int error = replaceFileContents(file.path, saved.bytes))
+    struct stat written {};
+    if (const int error = replaceFileContents(file.path, saved.bytes, &written))
         failSave(file.path, reasonOf(error));
 
     ++m_writeCount;
     file.unwritten.clear();
     file.unwrittenIndex.clear();
-    file.read = false;
+    // What was written is what the next read would parse, unless the file
+    // changes meanwhile, which its identity tells.
+    if (saved.document) {
+        file.document = std::move(*saved.document);
+        file.identity = identityOf(written);
+    } else {
+        file.read = false;
+    }
 }
 
 } // namespace qf

@@ -77,6 +77,7 @@ private:
         timespec modified{};
         bool operator==(const Identity& other) const;
     };
+    static Identity identityOf(const struct stat& status);
     struct File {
         QString path;
         // Collected values by settings key, in the order first saved.

@@ -520,6 +520,11 @@ Document::Document(QByteArrayView data)
                                          : data.contains('\r') && !data.contains('\n') ? "\r"
                                                                                        : "\n")
 {
+    // At most a key a line; growing the index as it fills costs more.
+    const qsizetype lineFeeds = data.count('\n');
+    const qsizetype lines = (lineFeeds > 0 ? lineFeeds : data.count('\r')) + 1;
+    m_entries.reserve(size_t(lines));
+    m_index.reserve(lines);
     QString section;
     QString prefix; // the section's name and "/", empty at the top level
     const auto keyLine = [&](const LogicalLine& line) {
@@ -659,15 +664,11 @@ Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>
     // of the key before its first "/".
     QStringList added;
     QHash<QString, QByteArray> addedFor;
-    QHash<QString, size_t> last; // the last value given for a key counts
-    for (size_t i = 0; i < values.size(); ++i)
-        last.insert(values[i].first, i);
-    for (size_t i = 0; i < values.size(); ++i) {
-        const auto& [key, text] = values[i];
-        if (last.value(key) != i)
-            continue;
+    std::vector<bool> setEntries(m_entries.size());
+    for (const auto& [key, text] : values) {
         const auto found = m_index.constFind(key);
         if (found != m_index.constEnd() && m_entries[*found].exact) {
+            setEntries[*found] = true;
             const Entry& entry = m_entries[*found];
             altered |= entry.damaged;
             // The key as written and the blanks around the value stay.
@@ -715,24 +716,31 @@ Document::Saved Document::inPlace(const std::vector<std::pair<QString, QString>>
     QByteArray bytes = edits.result();
     // The rare file whose lines an edit would join (a backslash ending the
     // last line) is written whole instead.
-    if (!readsAsSaved(bytes, values))
-        return {wholeFile(values), true};
-    return {bytes, altered};
+    auto saved = std::make_unique<Document>(bytes);
+    if (!readsAsSaved(*saved, values, setEntries))
+        return {wholeFile(values), true, nullptr};
+    return {bytes, altered, std::move(saved)};
 }
 
-bool Document::readsAsSaved(const QByteArray& bytes,
-                            const std::vector<std::pair<QString, QString>>& values) const
+bool Document::readsAsSaved(const Document& saved,
+                            const std::vector<std::pair<QString, QString>>& values,
+                            const std::vector<bool>& setEntries) const
 {
-    const Document saved(bytes);
-    QHash<QString, QString> set;
     for (const auto& [key, text] : values)
-        set.insert(key, text);
-    for (auto it = set.cbegin(); it != set.cend(); ++it)
-        if (saved.value(it.key()) != it.value())
+        if (saved.value(key) != text)
             return false;
-    for (const Entry& entry : m_entries)
-        if (entry.exact && !set.contains(entry.key) && saved.value(entry.key) != value(entry.key))
+    for (size_t i = 0; i < m_entries.size(); ++i) {
+        const Entry& entry = m_entries[i];
+        if (!entry.exact || setEntries[i])
+            continue;
+        // A value stored alike reads alike; one stored otherwise may still.
+        const auto found = saved.m_index.constFind(entry.key);
+        if (found != saved.m_index.constEnd() && saved.m_entries[*found].exact &&
+            saved.m_entries[*found].value == entry.value)
+            continue;
+        if (saved.value(entry.key) != value(entry.key))
             return false;
+    }
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -43,17 +44,20 @@ public:
     // the key is missing.
     std::optional<QString> value(const QString& settingsKey) const;
 
-    // The file with the values set, each reading back exactly whatever it
-    // holds. altered: lines that were not set changed too, because the file
+    // The file with the values set (each key at most once), each reading back
+    // exactly whatever it holds. altered: lines that were not set changed too, because the file
     // held lines QSettings' rules join or change: a quote left open at the end
     // of its line (the value then ends at its line, as a person meant, and
     // the lines after it read as their own again), a line of a key set that
     // held invalid UTF-8, a NUL or a line break, or a file that no in-place
     // change could keep readable, which is then written whole as QSettings
     // writes it.
+    // document: the bytes read back, kept so that the next read of the file
+    // need not parse them again; null for a file written whole.
     struct Saved {
         QByteArray bytes;
         bool altered = false;
+        std::unique_ptr<Document> document;
     };
     Saved withValues(const std::vector<std::pair<QString, QString>>& values) const;
 
@@ -66,6 +70,7 @@ private:
         QString text;
         QStringList list;
         bool isList = false;
+        bool operator==(const Stored&) const = default;
     };
     struct Entry {
         QString key;
@@ -95,8 +100,9 @@ private:
     QByteArray withRunawayQuotesClosed() const;
     Saved inPlace(const std::vector<std::pair<QString, QString>>& values) const;
     QByteArray wholeFile(const std::vector<std::pair<QString, QString>>& values) const;
-    bool readsAsSaved(const QByteArray& bytes,
-                      const std::vector<std::pair<QString, QString>>& values) const;
+    // setEntries: for each entry, whether values sets it.
+    bool readsAsSaved(const Document& saved, const std::vector<std::pair<QString, QString>>& values,
+                      const std::vector<bool>& setEntries) const;
 
     QByteArray m_bytes;
     std::vector<Entry> m_entries;
