@@ -198,8 +198,9 @@ TEST_F(SaveLoadSettingsTest, ACallLooksAtEachFileOnceAndTheNextSeesItChanged)
                                "Control2ControlDefaultValue=";
     build(entries + "1\n");
     storeValues({{keys::Path, u"/nowhere"_s}});
-    const auto changeStore = QObject::connect(&control, &qForms::StatusChange,
-                                              [&] { storeValues({{u"Sound"_s, u"2"_s}}); });
+    const auto changeStore = QObject::connect(&control, &qForms::StatusChange, [&] {
+        storeValues({{u"Sound"_s, u"2"_s}});
+    });
     const int changeGameData = w.Check1.click.connect(
         [&](int) { host.writeCustomControls(u"game.qgd"_s, entries + "0\n"); });
     control.qLoadSettings();

@@ -15,8 +15,7 @@ namespace qf {
 // file are kept. Returns 0, or the errno of the step that failed; any step
 // before the rename leaves the old file as it was. written, when given, gets
 // the status of the new file as written, which the rename does not change.
-int replaceFileContents(const QString& path, QByteArrayView bytes,
-                        struct stat* written = nullptr);
+int replaceFileContents(const QString& path, QByteArrayView bytes, struct stat* written = nullptr);
 
 // Removes the temporary files that replacements of the file left when their
 // process was killed before the rename: "<name>.qforms-save-<random>.tmp"

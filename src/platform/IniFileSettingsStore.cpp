@@ -66,13 +66,14 @@ QString keepDamagedCopy(const QString& path, const QByteArray& bytes)
     const QFileInfo file(path);
     QDir folder = file.absoluteDir();
     const QString stem = file.fileName() + QStringLiteral(".damaged-");
-    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss"));
+    const QString stamp =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss"));
     QString name = stem + stamp;
     for (int n = 2; folder.exists(name); ++n)
         name = stem + stamp + u'-' + QString::number(n);
     QFile copy(folder.filePath(name));
-    if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly) || copy.write(bytes) != bytes.size() ||
-        !copy.flush())
+    if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+        copy.write(bytes) != bytes.size() || !copy.flush())
         return {};
     copy.close();
     QStringList copies = folder.entryList({stem + u'*'}, QDir::Files | QDir::Hidden, QDir::Time);

@@ -90,7 +90,7 @@ private:
     };
     // An INI section as it stands in the file: where a key added to it goes.
     struct Section {
-        QString prefix; // "name/", empty for [General] and the lines before any header
+        QString prefix;      // "name/", empty for [General] and the lines before any header
         qsizetype addAt = 0; // the end of the physical line of its last logical line
     };
 
@@ -109,7 +109,7 @@ private:
     QHash<QString, size_t> m_index;
     std::vector<Section> m_sections;
     std::vector<qsizetype> m_runawayQuotes; // where a quote is open at a line end
-    QByteArray m_eol = "\n"; // the file's own line end, for the lines a save adds
+    QByteArray m_eol = "\n";                // the file's own line end, for the lines a save adds
 };
 
 } // namespace qf::settingsini
