@@ -5,7 +5,7 @@
 // square.
 
 #include "control/qForms.h"
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include "GeneratedGame.h"
 

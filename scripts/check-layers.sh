@@ -19,13 +19,13 @@ declare -A allowed=(
   [dialogs]="detect mods gamedata context toolkit platform"
   [control]="settings dialogs detect mods rules gamedata context toolkit platform"
   [launch]="control settings dialogs detect mods rules gamedata context toolkit platform"
-  [toolkit/qt]="control settings dialogs detect mods rules gamedata context toolkit platform"
+  [view]="control settings dialogs detect mods rules gamedata context toolkit platform"
 )
 
 edges() {
   for file in $(find . -name '*.h' -o -name '*.cpp' | sort); do
     from=$(dirname "${file#./}")
-    { grep -oE '^#include "[a-z]+(/qt)?/' "$file" || true; } | sed -E 's/^#include "//; s#/$##' |
+    { grep -oE '^#include "[a-z]+/' "$file" || true; } | sed -E 's/^#include "//; s#/$##' |
       while read -r to; do echo "$from $to ${file#./}"; done
   done
 }

@@ -3,7 +3,7 @@
 #include "EditorStarter.h"
 #include "MemorySettingsStore.h"
 #include "control/qForms.h"
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include "platform/MessageBox.h"
 #include <QVBoxLayout>

@@ -9,8 +9,8 @@
 #include "control/qForms.h"
 #include "platform/MessageBox.h"
 #include "platform/SettingsStore.h"
-#include "toolkit/qt/ControlView.h"
-#include "toolkit/qt/QtMessageBox.h"
+#include "view/ControlView.h"
+#include "view/QtMessageBox.h"
 
 #include <QCloseEvent>
 #include <QComboBox>

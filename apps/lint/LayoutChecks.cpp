@@ -4,9 +4,9 @@
 #include "gamedata/GameDataKeys.h"
 #include "platform/Errors.h"
 #include "platform/ProfileReader.h"
-#include "toolkit/qt/ControlView.h"
-#include "toolkit/qt/WidgetBinding.h"
-#include "toolkit/qt/WidgetDescriptions.h"
+#include "view/ControlView.h"
+#include "view/WidgetBinding.h"
+#include "view/WidgetDescriptions.h"
 
 #include <QCoreApplication>
 #include <QHash>

@@ -6,7 +6,7 @@
 #include "ScratchSettingsStore.h"
 #include "control/qForms.h"
 #include "platform/ProfileReader.h"
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include <QDir>
 #include <QFileInfo>

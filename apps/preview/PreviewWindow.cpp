@@ -3,7 +3,7 @@
 #include "EntryWidget.h"
 #include "GamePage.h"
 #include "control/qForms.h"
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include <QDir>
 #include <QFileInfo>

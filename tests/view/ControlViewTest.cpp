@@ -1,7 +1,7 @@
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 #include "control/qForms.h"
 #include "support/TestHost.h"
-#include "toolkit/qt/QtFileDialog.h"
+#include "view/QtFileDialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>

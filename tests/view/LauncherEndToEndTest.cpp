@@ -9,7 +9,7 @@
 #include "control/qForms.h"
 #include "platform/IniFileSettingsStore.h"
 #include "platform/MessageBox.h"
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include <QAbstractButton>
 #include <QApplication>

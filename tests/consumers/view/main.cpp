@@ -1,7 +1,7 @@
 #include "control/qForms.h"
-#include "toolkit/qt/ControlView.h"
-#include "toolkit/qt/QtFileDialog.h"
-#include "toolkit/qt/QtMessageBox.h"
+#include "view/ControlView.h"
+#include "view/QtFileDialog.h"
+#include "view/QtMessageBox.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "toolkit/Widget.h"
-#include "toolkit/qt/Twips.h"
+#include "view/Twips.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "toolkit/qt/LineWidget.h"
+#include "view/LineWidget.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "toolkit/WidgetArray.h"
-#include "toolkit/qt/WidgetBinding.h"
+#include "view/WidgetBinding.h"
 
 #include <QPointer>
 #include <QWidget>

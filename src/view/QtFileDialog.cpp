@@ -1,4 +1,4 @@
-#include "toolkit/qt/QtFileDialog.h"
+#include "view/QtFileDialog.h"
 
 #include "platform/Errors.h"
 #include "platform/Paths.h"

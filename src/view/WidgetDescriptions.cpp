@@ -1,4 +1,4 @@
-#include "toolkit/qt/WidgetDescriptions.h"
+#include "view/WidgetDescriptions.h"
 
 #include "toolkit/CommandButton.h"
 #include "toolkit/Frame.h"

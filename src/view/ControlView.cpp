@@ -1,10 +1,10 @@
-#include "toolkit/qt/ControlView.h"
+#include "view/ControlView.h"
 
 #include "control/qForms.h"
 #include "toolkit/UnloadBatch.h"
-#include "toolkit/qt/QtFileDialog.h"
-#include "toolkit/qt/QtMessageBox.h"
-#include "toolkit/qt/WidgetDescriptions.h"
+#include "view/QtFileDialog.h"
+#include "view/QtMessageBox.h"
+#include "view/WidgetDescriptions.h"
 
 #include <QTimer>
 

@@ -1,4 +1,4 @@
-#include "toolkit/qt/QtMessageBox.h"
+#include "view/QtMessageBox.h"
 
 #include <QMessageBox>
 

@@ -1,4 +1,4 @@
-#include "toolkit/qt/WidgetBinding.h"
+#include "view/WidgetBinding.h"
 
 #include "toolkit/CheckBox.h"
 #include "toolkit/ComboBox.h"
@@ -9,7 +9,7 @@
 #include "toolkit/Line.h"
 #include "toolkit/OptionButton.h"
 #include "toolkit/TextBox.h"
-#include "toolkit/qt/LineWidget.h"
+#include "view/LineWidget.h"
 
 #include <QCheckBox>
 #include <QComboBox>
