@@ -165,8 +165,9 @@ TEST_F(DialogsTest, CancelChangesNothingAndStartsNoCheck)
 
 TEST_F(DialogsTest, TheGameApplicationListsTheGamesConfigsInTheComponentFolder)
 {
-    EXPECT_FALSE(QDir(qForms().componentFolder()).entryList({u"libqForms.so*"_s}).isEmpty())
-        << "by default the folder of the library file";
+    qForms fresh;
+    fresh.setAppPath(u"/opt/launcher"_s);
+    EXPECT_EQ(fresh.componentFolder(), u"/opt/launcher"_s) << "by default the host's folder";
 
     for (const char* name : {"b.cfg", "A.CFG", "notes.txt"})
         host.write(u"component/Data/Arena/Configs/"_s + QString::fromLatin1(name), "");
@@ -195,9 +196,21 @@ TEST_F(DialogsTest, TheEditorGetsTheSelectedFileAsOneArgumentThatNoShellSees)
     qf::DesktopProgramStarter(u"unused"_s).start(editor.path() + u" a  b;$(x)"_s, 1);
     EXPECT_EQ(editor.waitForArguments(), QStringList{u"a  b;$(x)"_s});
 
+    // The host hears of an editor that cannot start, with the file on disk;
+    // the caller gets the error too. (One that gives up later is told from
+    // the event loop: the launcher's tests show it.)
+    QList<QStringList> failures;
+    QObject::connect(&control, &qForms::editorStartFailed,
+                     [&](const QString& file, const QString& reason) {
+                         failures.append({file, reason});
+                     });
     control.setProgramStarter(
         std::make_shared<qf::DesktopProgramStarter>(host.filePath(u"no editor"_s)));
     EXPECT_THROW(control.cmdEdit_Click(), qf::Error);
+    ASSERT_EQ(failures.size(), 1);
+    EXPECT_EQ(failures[0][0], configFile(name));
+    EXPECT_TRUE(failures[0][1].startsWith(host.filePath(u"no editor is not installed"_s)))
+        << failures[0][1];
 }
 
 TEST_F(DialogsTest, EditWithNothingSelectedShowsText077)

@@ -1,10 +1,10 @@
 #include "GamePage.h"
 
-#include "EditorStarter.h"
 #include "MemorySettingsStore.h"
 #include "control/qForms.h"
 #include "view/ControlView.h"
 
+#include "platform/DesktopProgramStarter.h"
 #include "platform/MessageBox.h"
 #include <QVBoxLayout>
 
@@ -16,7 +16,16 @@ GamePage::GamePage(GameEntry game, QString hostFolder, PageServices services, QW
     m_control->setComponentFolder(m_hostFolder);
     m_control->setMessageBox(m_services.messages);
     m_control->setProgramStarter(
-        std::make_shared<EditorStarter>(m_services.messages, m_services.editor));
+        std::make_shared<qf::DesktopProgramStarter>(m_services.editor));
+    connect(m_control.get(), &qForms::editorStartFailed, this,
+            [this](const QString& file, const QString& reason) {
+                m_services.messages->show(
+                    tr("The config file %1 could not be opened in an editor.\n%2\n"
+                       "Install a desktop opener and a text editor (Debian: xdg-utils and "
+                       "gedit or kate), then press Edit again.")
+                        .arg(file, reason),
+                    48, tr("Edit"));
+            });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     m_view = new qf::ControlView(*m_control, this);

@@ -4,7 +4,6 @@
 #include "platform/Errors.h"
 #include "platform/IniFileSettingsStore.h"
 #include "platform/IniLanguageTextProvider.h"
-#include "platform/LibraryFolder.h"
 
 #include <QtGlobal>
 
@@ -89,7 +88,9 @@ void ControlContext::setFileDialog(std::shared_ptr<FileDialog> dialog)
 
 QString ControlContext::componentFolder() const
 {
-    return m_componentFolder.isEmpty() ? libraryFolder() : m_componentFolder;
+    // On Linux a library's folder holds no data, unlike a Windows control's,
+    // which shares its host's folder.
+    return m_componentFolder.isEmpty() ? strAppPath : m_componentFolder;
 }
 
 void ControlContext::setComponentFolder(const QString& folder)

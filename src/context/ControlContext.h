@@ -11,6 +11,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -65,6 +66,10 @@ public:
     // Starts the config editor; a DesktopProgramStarter unless the host gave one.
     ProgramStarter& programStarter();
     void setProgramStarter(std::shared_ptr<ProgramStarter> starter);
+    // Told when the editor of a config file (the path as on disk) could not
+    // be started or gave up; may be called after the control is gone, so it
+    // must guard what it captures.
+    std::function<void(const QString& file, const QString& reason)> editorFailed;
 
     // Without a message box from the host or the view, messages go to the log.
     MessageBox& messageBox();
@@ -76,7 +81,7 @@ public:
     void setFileDialog(std::shared_ptr<FileDialog> dialog);
     bool hasFileDialog() const { return m_fileDialog != nullptr; }
 
-    // The folder of the control's library file, unless the host set another.
+    // The host's folder (strAppPath), unless the host set another.
     QString componentFolder() const;
     void setComponentFolder(const QString& folder);
 

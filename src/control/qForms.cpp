@@ -9,6 +9,8 @@
 #include "rules/Rules.h"
 #include "settings/Settings.h"
 
+#include <QPointer>
+
 // Holds back the choices' change signals while a public method runs.
 class qForms::ChoiceBatch {
 public:
@@ -35,6 +37,11 @@ qForms::qForms(QObject* parent) : QObject(parent), m_context(std::make_unique<qf
     w.Option1.click.connect([this](int index) { Option1_Click(qint16(index)); });
     w.comModSelect.click.connect([this] { comModSelect_Click(); });
     w.cmdEdit.click.connect([this] { cmdEdit_Click(); });
+    m_context->editorFailed = [self = QPointer<qForms>(this)](const QString& file,
+                                                              const QString& reason) {
+        if (self)
+            emit self->editorStartFailed(file, reason);
+    };
     for (qf::Widget* choice :
          std::initializer_list<qf::Widget*>{&w.comModSelect, &w.lstConfig, &w.txtCLP})
         choice->changed.connect([this](qf::Property) { announceChoices(); });

@@ -175,7 +175,9 @@ public:
     bool hasMessageBox() const;
     void setFileDialog(std::shared_ptr<qf::FileDialog> dialog);
     bool hasFileDialog() const;
-    // The folder of the control's library file, unless the host set another.
+    // Where Data/<game>/Configs (the config files Edit opens) and the game
+    // data file that Browse... reads for the Game Application are found: the
+    // host's folder (AppPath) unless the host set another.
     QString componentFolder() const;
     void setComponentFolder(const QString& folder);
 
@@ -201,6 +203,11 @@ signals:
     // the file as found was kept first, byte for byte, at copyPath. Raised
     // once for each copy; the save itself went on.
     void settingsFileDamaged(const QString& copyPath);
+    // A click on Edit (cmdEdit_Click) could not open the selected config file
+    // (its path on disk) in the editor: the program starter failed to start
+    // it, and cmdEdit_Click throws as well, or the editor gave up on it later
+    // (raised from the event loop). reason says why, for a person.
+    void editorStartFailed(const QString& file, const QString& reason);
 
 private:
     // Emits the change signals of the choices that differ from what they said

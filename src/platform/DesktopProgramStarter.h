@@ -14,6 +14,11 @@ public:
     explicit DesktopProgramStarter(QString editor = QStringLiteral("xdg-open"));
 
     void start(const QString& commandLine, int windowStyle) override;
+    // A program that ends with an error, or is killed, counts as failed;
+    // failed is told from the event loop of the host's application object
+    // (without one, the program runs detached and nothing is told).
+    void startWatched(const QString& commandLine, int windowStyle,
+                      const LateFailure& failed) override;
 
 private:
     QString m_editor;

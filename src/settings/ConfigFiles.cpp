@@ -1,6 +1,8 @@
 #include "context/ControlContext.h"
 #include "context/DataPaths.h"
 #include "context/SkipOnError.h"
+#include "platform/Errors.h"
+#include "platform/Paths.h"
 #include "settings/Settings.h"
 
 namespace qf::settings {
@@ -25,11 +27,21 @@ void cmdEdit_Click(ControlContext& context)
     }
     // The path goes unquoted: the starter takes everything after the program
     // name as one argument.
-    context.programStarter().start(
-        QStringLiteral("Notepad.exe ") +
-            datapaths::configFolder(context.componentFolder(), context.strGameName) +
-            QLatin1Char('\\') + fileName,
-        1);
+    const QString file =
+        datapaths::configFolder(context.componentFolder(), context.strGameName) +
+        QLatin1Char('\\') + fileName;
+    const auto failed = [report = context.editorFailed,
+                         onDisk = paths::resolve(file)](const QString& reason) {
+        if (report)
+            report(onDisk, reason);
+    };
+    try {
+        context.programStarter().startWatched(QStringLiteral("Notepad.exe ") + file, 1, failed);
+    } catch (const Error& error) {
+        // The caller gets the error as well: the host hears of it either way.
+        failed(error.message());
+        throw;
+    }
 }
 
 } // namespace qf::settings

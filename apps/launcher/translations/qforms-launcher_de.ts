@@ -2,19 +2,9 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
-    <name>EditorStarter</name>
+    <name>GamePage</name>
     <message>
-        <location filename="../EditorStarter.cpp" line="23"/>
-        <source>%1 is not installed.</source>
-        <translation>%1 ist nicht installiert.</translation>
-    </message>
-    <message>
-        <location filename="../EditorStarter.cpp" line="30"/>
-        <source>%1 could not open it (exit code %2).</source>
-        <translation>%1 konnte sie nicht öffnen (Exit-Code %2).</translation>
-    </message>
-    <message>
-        <location filename="../EditorStarter.cpp" line="39"/>
+        <location filename="../GamePage.cpp" line="+23"/>
         <source>The config file %1 could not be opened in an editor.
 %2
 Install a desktop opener and a text editor (Debian: xdg-utils and gedit or kate), then press Edit again.</source>
@@ -23,15 +13,12 @@ Install a desktop opener and a text editor (Debian: xdg-utils and gedit or kate)
 Installieren Sie einen Desktop-Öffner und einen Texteditor (Debian: xdg-utils und gedit oder kate) und drücken Sie dann erneut Bearbeiten.</translation>
     </message>
     <message>
-        <location filename="../EditorStarter.cpp" line="43"/>
+        <location line="+4"/>
         <source>Edit</source>
         <translation>Bearbeiten</translation>
     </message>
-</context>
-<context>
-    <name>GamePage</name>
     <message>
-        <location filename="../GamePage.cpp" line="71"/>
+        <location line="+53"/>
         <source>The texts of this language could not be loaded:
 %1</source>
         <translation>Die Texte dieser Sprache konnten nicht geladen werden:
@@ -41,17 +28,17 @@ Installieren Sie einen Desktop-Öffner und einen Texteditor (Debian: xdg-utils u
 <context>
     <name>GameRun</name>
     <message>
-        <location filename="../GameRun.cpp" line="15"/>
+        <location filename="../GameRun.cpp" line="+15"/>
         <source>The game could not be started: %1</source>
         <translation>Das Spiel konnte nicht gestartet werden: %1</translation>
     </message>
     <message>
-        <location filename="../GameRun.cpp" line="50"/>
+        <location line="+35"/>
         <source>The game crashed.</source>
         <translation>Das Spiel ist abgestürzt.</translation>
     </message>
     <message>
-        <location filename="../GameRun.cpp" line="52"/>
+        <location line="+2"/>
         <source>The game ended with exit code %1.</source>
         <translation>Das Spiel endete mit Exit-Code %1.</translation>
     </message>
@@ -59,94 +46,94 @@ Installieren Sie einen Desktop-Öffner und einen Texteditor (Debian: xdg-utils u
 <context>
     <name>LauncherWindow</name>
     <message>
-        <location filename="../LauncherWindow.cpp" line="213"/>
+        <location filename="../LauncherWindow.cpp" line="+213"/>
         <source>&amp;Games</source>
         <translation>&amp;Spiele</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="214"/>
+        <location line="+1"/>
         <source>Filter</source>
         <translation>Filter</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="215"/>
+        <location line="+1"/>
         <source>Filter the games</source>
         <translation>Spiele filtern</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="216"/>
+        <location line="+1"/>
         <source>Games</source>
         <translation>Spiele</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="217"/>
+        <location line="+1"/>
         <source>&amp;Language:</source>
         <translation>S&amp;prache:</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="218"/>
+        <location line="+1"/>
         <source>Co&amp;mmand:</source>
         <translation>&amp;Befehl:</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="219"/>
+        <location line="+1"/>
         <source>&amp;Play</source>
         <translation>Spi&amp;elen</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="220"/>
+        <location line="+1"/>
         <source>Game &amp;log</source>
         <translation>Spiel&amp;protokoll</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="221"/>
+        <location line="+1"/>
         <source>&amp;OK</source>
         <translation>&amp;OK</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="222"/>
+        <location line="+1"/>
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="223"/>
+        <location line="+1"/>
         <source>No game matches the filter.</source>
         <translation>Kein Spiel passt zum Filter.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="312"/>
+        <location line="+89"/>
         <source>Your settings file held lines that could not be read as they were meant, such as a quote that was never closed. Your choices were saved, and the file as it was is kept in %1.</source>
         <translation>Ihre Einstellungsdatei enthielt Zeilen, die nicht so gelesen werden konnten, wie sie gemeint waren, etwa ein nie geschlossenes Anführungszeichen. Ihre Auswahl wurde gespeichert; die Datei, wie sie war, liegt in %1.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="368"/>
+        <location line="+56"/>
         <source>%1 (running)</source>
         <translation>%1 (läuft)</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="450"/>
+        <location line="+82"/>
         <source>%1 cannot start: no folder or program is chosen. Choose the game&apos;s folder or program on its page.</source>
         <translation>%1 kann nicht starten: Es ist kein Ordner und kein Programm gewählt. Wählen Sie den Ordner oder das Programm des Spiels auf seiner Seite.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="457"/>
+        <location line="+7"/>
         <source>%1 cannot start: its program %2 was not found. Choose the game&apos;s folder or program on its page.</source>
         <translation>%1 kann nicht starten: sein Programm %2 wurde nicht gefunden. Wählen Sie auf seiner Seite den Ordner oder das Programm des Spiels.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="464"/>
+        <location line="+7"/>
         <source>%1 is a Windows program and needs Wine, but %2 was not found.
 Install Wine (Debian: sudo apt install wine), or name another Wine build in the QFORMS_WINE environment variable or as WindowsRunner in the [Launcher] section of launcher.ini.</source>
         <translation>%1 ist ein Windows-Programm und braucht Wine, aber %2 wurde nicht gefunden.
 Installieren Sie Wine (Debian: sudo apt install wine) oder nennen Sie einen anderen Wine-Build in der Umgebungsvariablen QFORMS_WINE oder als WindowsRunner im Abschnitt [Launcher] der launcher.ini.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="482"/>
+        <location line="+18"/>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="483"/>
+        <location line="+1"/>
         <source>
 
 The last lines it printed:
@@ -157,7 +144,7 @@ Die letzten Zeilen, die es ausgab:
 %1</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="484"/>
+        <location line="+1"/>
         <source>
 
 Everything it printed is in %1.</source>
@@ -166,17 +153,17 @@ Everything it printed is in %1.</source>
 Alles, was es ausgab, steht in %1.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="499"/>
+        <location line="+15"/>
         <source>%1 has no log yet: it is written when the game is started with Play.</source>
         <translation>Für %1 gibt es noch kein Protokoll: es entsteht, wenn das Spiel mit Spielen gestartet wird.</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="503"/>
+        <location line="+4"/>
         <source>The log %1 could not be opened. Install a desktop opener (Debian: xdg-utils).</source>
         <translation>Das Protokoll %1 konnte nicht geöffnet werden. Installieren Sie einen Desktop-Öffner (Debian: xdg-utils).</translation>
     </message>
     <message>
-        <location filename="../LauncherWindow.cpp" line="525"/>
+        <location line="+22"/>
         <source>Your choices were not kept. %1
 Press OK to try again.</source>
         <translation>Ihre Auswahl wurde nicht gespeichert. %1
@@ -186,12 +173,12 @@ Drücken Sie OK, um es erneut zu versuchen.</translation>
 <context>
     <name>main</name>
     <message>
-        <location filename="../main.cpp" line="67"/>
+        <location filename="../main.cpp" line="+67"/>
         <source>The sample host folder is missing. Build or install the launcher again.</source>
         <translation>Der Beispiel-Host-Ordner fehlt. Bauen oder installieren Sie den Starter erneut.</translation>
     </message>
     <message>
-        <location filename="../main.cpp" line="69"/>
+        <location line="+2"/>
         <source>The launcher configuration lists no games.</source>
         <translation>Die Konfiguration des Starters nennt keine Spiele.</translation>
     </message>
