@@ -17,8 +17,7 @@ ControlView::ControlView(qForms& control, QWidget* parent)
     : QWidget(parent), m_control(&control), m_scale(logicalDpiX())
 {
     ControlWidgets& w = control.widgets();
-    setFixedSize(m_scale.pixels(ControlWidgets::ClientWidth),
-                 m_scale.pixels(ControlWidgets::ClientHeight));
+    setFixedSize(sizeHint());
     // The layout's twips were measured for an 8.25 pt font.
     QFont small = font();
     small.setPointSizeF(8.25);
@@ -70,6 +69,17 @@ ControlView::~ControlView()
         all.push_back(std::move(binding));
     m_bindings.clear();
     takeDown(std::move(all));
+}
+
+QSize ControlView::sizeHint() const
+{
+    return {m_scale.pixels(ControlWidgets::ClientWidth),
+            m_scale.pixels(ControlWidgets::ClientHeight)};
+}
+
+QSize ControlView::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 QWidget* ControlView::viewOf(const Widget& model) const

@@ -28,6 +28,11 @@ public:
 
     // The QWidget that shows a model; nullptr for a model without one.
     QWidget* viewOf(const Widget& model) const;
+    // The control's design size (6735 x 4215 twips) at the screen's DPI: what
+    // a layout gives it, and the least, since its widgets sit where the
+    // game data file put them.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     const TwipScale& scale() const { return m_scale; }
     // The widgets that take the keyboard, in the order Tab visits them: the
     // fixed widgets in their documented order, then the options in the order

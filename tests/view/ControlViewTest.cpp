@@ -33,7 +33,10 @@ TEST(ControlView, MirrorsTheFixedWidgetsAndPassesKeystrokesAndClicksBothWays)
     auto& w = control.widgets();
 
     EXPECT_EQ(view.viewOf(w.txtPath)->geometry(), view.scale().rect(120, 480, 5175, 285));
-    EXPECT_EQ(view.size(), QSize(view.scale().pixels(6735), view.scale().pixels(4215)));
+    const QSize design(view.scale().pixels(6735), view.scale().pixels(4215));
+    EXPECT_EQ(view.size(), design);
+    EXPECT_EQ(view.sizeHint(), design) << "what a layout gives it";
+    EXPECT_EQ(view.minimumSizeHint(), design);
     EXPECT_EQ(viewAs<QPushButton>(view, w.cmdBrowse)->text(), u"038"_s);
 
     auto* status = viewAs<QLabel>(view, w.lblStatus);
