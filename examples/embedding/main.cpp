@@ -15,13 +15,13 @@ int main(int argc, char* argv[])
     QWidget page;
     auto* layout = new QVBoxLayout(&page);
 
-    auto* control = new qForms(&page);                 // one per game page
-    control->setAppPath(app.arguments().value(1));     // has Data/ below it
-    control->setQpGameName("Emberfall");               // first: captions and config list use it
-    control->setQpQGD("emberfall.qgd");                // Data/emberfall.qgd
+    auto* control = new qForms(&page);             // one per game page
+    control->setAppPath(app.arguments().value(1)); // has Data/ below it
+    control->setQpGameName("Emberfall");           // first: captions and config list use it
+    control->setQpQGD("emberfall.qgd");            // Data/emberfall.qgd
     control->setQpGameApplication("emberfall.exe");
     control->setQpGameBase("base");
-    control->setQpVersionType("2");                    // version from the program's resource
+    control->setQpVersionType("2"); // version from the program's resource
     control->setQpUseConfigs(true);
     control->setQpLanguageIndex(0);                    // last: captions in this language
     auto* view = new qf::ControlView(*control, &page); // the widgets on screen
@@ -31,15 +31,15 @@ int main(int argc, char* argv[])
         qInfo() << control->qpGameStatusColour() << control->qpGameStatus();
     });
     QObject::connect(control, &qForms::settingsSaveFailed, [](const QString& message) {
-        qWarning() << message;                         // show it to the player
+        qWarning() << message; // show it to the player
     });
     control->qInitCustomControls();
-    control->qLoadSettings();                          // the stored folder: runs the game check
+    control->qLoadSettings(); // the stored folder: runs the game check
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     layout->addWidget(buttons);
     QObject::connect(buttons, &QDialogButtonBox::accepted, [&] {
-        control->qSaveSettings();                      // when the player accepts
+        control->qSaveSettings(); // when the player accepts
         app.quit();
     });
     QObject::connect(buttons, &QDialogButtonBox::rejected, &app, &QApplication::quit);
