@@ -12,7 +12,7 @@
 using namespace qf;
 using namespace Qt::Literals::StringLiterals;
 
-TEST(IniLanguageTextProvider, LooksUpTheLanguageThenLanguageZeroThenTheBuiltInTexts)
+TEST(IniLanguageTextProvider, LooksUpEachTextInTheHostsFileThenTheLibrarysThenInLanguageZero)
 {
     TestHost host;
     host.writeLanguage(0, "053=Folder\n038=Browse\n077=\"  quoted \"\n");
@@ -22,7 +22,7 @@ TEST(IniLanguageTextProvider, LooksUpTheLanguageThenLanguageZeroThenTheBuiltInTe
     const QString full = host.path();
 
     const std::pair<QString, QString> texts[] = {
-        {u"1053"_s, u"Ordner"_s},   {u"1038"_s, u"Browse"_s},    {u"0053"_s, u"Folder"_s},
+        {u"1053"_s, u"Ordner"_s},   {u"1038"_s, u"Suchen..."_s}, {u"0053"_s, u"Folder"_s},
         {u"-1053"_s, u"Carpeta"_s}, {u"9077"_s, u"  quoted "_s}, {u"-1100"_s, QString(2000, u'y')}};
     for (const auto& [key, text] : texts)
         EXPECT_EQ(provider.text(key, full), text) << key.toStdString();
@@ -31,29 +31,33 @@ TEST(IniLanguageTextProvider, LooksUpTheLanguageThenLanguageZeroThenTheBuiltInTe
     for (const QString& key : {u"1999"_s, u"053"_s, u"x053"_s, u"-053"_s, u"1-053"_s, u"+1053"_s})
         EXPECT_THROW(provider.text(key, full), TextLookupError) << key.toStdString();
 
-    // Built-in texts stand in only for languages without a host file.
+    // Text by text: the host's file of the language, the library's texts of
+    // it, the host's language 0, the library's; a failure names every file.
     const QString bare = host.filePath(u"bare"_s);
     host.write(u"bare/Data/Languages/0.ini"_s, "[Texts]\n053=Folder\n");
     const QString host0 = IniLanguageTextProvider::languageFile(bare, 0);
+    const QString builtIn0 = IniLanguageTextProvider::builtInFile(0);
     EXPECT_EQ(provider.text(u"0053"_s, bare), u"Folder"_s);
+    EXPECT_EQ(provider.text(u"0038"_s, bare), u"Browse..."_s);
     EXPECT_EQ(provider.text(u"1053"_s, bare), u": Ordner oder Programm"_s);
     EXPECT_EQ(provider.text(u"2053"_s, bare), u"Folder"_s);
-    EXPECT_EQ(provider.text(u"0038"_s, bare + u"/elsewhere"_s), u"Browse..."_s);
-
-    // A failed lookup names every file it looked in.
-    const auto failure = [&](const QString& key) {
+    EXPECT_EQ(provider.text(u"2038"_s, bare + u"/elsewhere"_s), u"Browse..."_s);
+    const auto failure = [&](LanguageTextProvider& from, const QString& key) {
         try {
-            provider.text(key, bare);
+            from.text(key, bare);
         } catch (const TextLookupError& error) {
             return error.message();
         }
         return QString();
     };
-    EXPECT_EQ(failure(u"0038"_s), u"No text for key 0038 in "_s + host0);
-    EXPECT_EQ(failure(u"1999"_s), u"No text for key 1999 in %1, %2"_s.arg(
-                                      IniLanguageTextProvider::builtInFile(1), host0));
-    EXPECT_EQ(failure(u"2038"_s), u"No text for key 2038 in %1, %2"_s.arg(
-                                      IniLanguageTextProvider::languageFile(bare, 2), host0));
+    EXPECT_EQ(failure(provider, u"1999"_s),
+              u"No text for key 1999 in %1, %2, %3"_s.arg(IniLanguageTextProvider::builtInFile(1),
+                                                          host0, builtIn0));
+    IniLanguageTextProvider hostOnly(IniLanguageTextProvider::Sources::HostFilesOnly);
+    EXPECT_EQ(hostOnly.text(u"0053"_s, bare), u"Folder"_s);
+    EXPECT_EQ(failure(hostOnly, u"1038"_s),
+              u"No text for key 1038 in %1, %2"_s.arg(
+                  IniLanguageTextProvider::languageFile(bare, 1), host0));
 }
 
 namespace {
@@ -143,7 +147,10 @@ TEST(LanguageCaptions, EachLanguageCaptionsTheSevenFixedWidgetsAndAFailingLookup
     EXPECT_EQ(control.widgets().lblPath.caption(), u"ArenaOrdner"_s);
     EXPECT_EQ(control.widgets().cmdEdit.caption(), u"Bearbeiten"_s);
 
-    // Neither language 2 nor the host's language 0 has text 026, so row four fails.
+    // Neither language 2 nor the host's language 0 has text 026, so row four
+    // fails for a host that brings every text itself.
+    control.setLanguageTextProvider(
+        std::make_shared<IniLanguageTextProvider>(IniLanguageTextProvider::Sources::HostFilesOnly));
     const QStringList before = captions(control);
     host.writeLanguage(2, "053=neu\n038=neu\n055=neu\n");
     host.writeLanguage(0, "");

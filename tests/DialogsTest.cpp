@@ -1,6 +1,7 @@
 #include "dialogs/ApplicationNames.h"
 #include "platform/DesktopProgramStarter.h"
 #include "platform/Errors.h"
+#include "platform/IniLanguageTextProvider.h"
 #include "support/HostedControl.h"
 
 #include <QDeadlineTimer>
@@ -159,6 +160,8 @@ TEST_F(DialogsTest, CancelChangesNothingAndStartsNoCheck)
 
     // A failed title lookup ends the routine before the dialog shows.
     host.writeLanguage(0, "");
+    control.setLanguageTextProvider(std::make_shared<qf::IniLanguageTextProvider>(
+        qf::IniLanguageTextProvider::Sources::HostFilesOnly));
     control.cmdBrowse_Click();
     EXPECT_EQ(dialog->shown.size(), 2u);
 }
@@ -222,6 +225,8 @@ TEST_F(DialogsTest, EditWithNothingSelectedShowsText077)
               (QList<QStringList>{{u"Select a config file first."_s, u"64"_s, u"Quillmarsh"_s}}));
 
     host.writeLanguage(0, "");
+    control.setLanguageTextProvider(std::make_shared<qf::IniLanguageTextProvider>(
+        qf::IniLanguageTextProvider::Sources::HostFilesOnly));
     EXPECT_THROW(control.cmdEdit_Click(), qf::TextLookupError);
     EXPECT_EQ(box->shown.size(), 1);
 }

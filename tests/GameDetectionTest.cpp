@@ -1,5 +1,6 @@
 #include "PeImage.h"
 #include "detect/Function.h"
+#include "platform/IniLanguageTextProvider.h"
 #include "platform/PeVersionResource.h"
 #include "support/HostedControl.h"
 #include "support/TraceRecorder.h"
@@ -209,6 +210,8 @@ TEST_F(GameCheckTest, EveryChangeOfTheFolderTextRunsACheckAndAMissingProgramIsTr
 
     // Without its texts the status line keeps its text but the colour still changes.
     host.writeLanguage(0, "");
+    control.setLanguageTextProvider(std::make_shared<qf::IniLanguageTextProvider>(
+        qf::IniLanguageTextProvider::Sources::HostFilesOnly));
     w.txtPath.setText(u"x"_s);
     EXPECT_EQ(control.qpGameStatusColour(), u"yellow"_s);
     EXPECT_EQ(control.qpGameStatus(), u" Arena found"_s);

@@ -36,22 +36,26 @@ std::shared_ptr<const IniDocument> builtInTexts(qint64 language)
     return language >= 0 && language < qint64(std::size(documents)) ? documents[language] : nullptr;
 }
 
-// Looks the text up in the host's file of the language, or in the built-in
-// texts when the host has no such file; notes where it looked.
+// Looks the text up in the host's file of the language, then in the
+// library's own texts of it; notes where it looked. A host's file need hold
+// only the texts it changes.
 std::optional<QString> lookUp(const QString& appPath, qint64 language, const QString& textNumber,
-                              QStringList& lookedIn)
+                              bool withBuiltIns, QStringList& lookedIn)
 {
     const QString hostFile = IniLanguageTextProvider::languageFile(appPath, language);
-    std::shared_ptr<const IniDocument> document = loadProfile(hostFile);
-    if (document) {
+    const auto host = loadProfile(hostFile);
+    if (host) {
         lookedIn << hostFile;
-    } else if ((document = builtInTexts(language))) {
-        lookedIn << IniLanguageTextProvider::builtInFile(language);
-    } else {
-        lookedIn << hostFile;
-        return std::nullopt;
+        if (auto found = host->value(u"Texts", textNumber))
+            return found;
     }
-    return document->value(u"Texts", textNumber);
+    if (const auto builtIn = withBuiltIns ? builtInTexts(language) : nullptr) {
+        lookedIn << IniLanguageTextProvider::builtInFile(language);
+        return builtIn->value(u"Texts", textNumber);
+    }
+    if (!host)
+        lookedIn << hostFile; // where the host would put it
+    return std::nullopt;
 }
 
 bool isDecimal(QStringView text)
@@ -95,11 +99,13 @@ QString IniLanguageTextProvider::text(const QString& textKey, const QString& app
         throw notAKey();
     const QString textNumber = textKey.right(3);
 
+    const bool withBuiltIns = m_sources == Sources::HostFilesAndBuiltInTexts;
     QStringList lookedIn;
-    if (auto found = lookUp(appPath, language, textNumber, lookedIn))
+    if (auto found = lookUp(appPath, language, textNumber, withBuiltIns, lookedIn))
         return *found;
+    // Then language 0, the host's and the library's, as the last resort.
     if (language != 0) {
-        if (auto found = lookUp(appPath, 0, textNumber, lookedIn))
+        if (auto found = lookUp(appPath, 0, textNumber, withBuiltIns, lookedIn))
             return *found;
     }
     throw TextLookupError(QStringLiteral("No text for key %1 in %2")

@@ -441,7 +441,13 @@ TEST(Preview, DrawsTheLaunchersPixelsRefusesWhatCannotRunAndItsWindowFollowsRena
     const QString image = dir.filePath(u"page.png"_s);
     const QString doubled = dir.filePath(u"doubled.png"_s);
     // What it draws, and what it refuses: a file in no Data folder among them. (A
-    // host without language texts is fine: the library brings its own.)
+    // host whose language file holds only its own texts is fine: the library
+    // brings the rest, text by text.)
+    QFile::remove(host + u"/Data/Languages/1.ini"_s);
+    QFile own(host + u"/Data/Languages/0.ini"_s);
+    ASSERT_TRUE(own.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    own.write("[Texts]\n900=Our own text\n");
+    own.close();
     const QString loose = dir.filePath(u"loose.qgd"_s);
     QFile::copy(file, loose);
     const std::pair<QStringList, int> runs[] = {
