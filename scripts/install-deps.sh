@@ -8,6 +8,7 @@ packages=(
   qt6-base-dev libgl-dev qt6-tools-dev qt6-l10n-tools
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth
+  doxygen
 )
 if [ "${QFORMS_WITH_FUZZ:-0}" = 1 ]; then
   packages+=(clang libclang-rt-14-dev)

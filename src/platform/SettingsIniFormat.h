@@ -10,57 +10,67 @@
 #include <optional>
 #include <vector>
 
-// The INI files of QSettings (IniFormat), read and written without QSettings,
-// so that a host that uses QSettings on the same file sees our values and we
-// see its.
+/// The INI files of QSettings (IniFormat), read and written without QSettings,
+/// so that a host that uses QSettings on the same file sees our values and we
+/// see its.
 namespace qf::settingsini {
 
-// The key under which QSettings finds section/key: "section/key", or "key" for
-// an empty section; a host that reads or writes the control's values with
-// its own QSettings builds the name with it. QSettings takes "/" (and on
-// Windows "\") for a group separator, so a game name or key keeps them as one
-// name with "/" and "\" written as %2F and %5C, and a "%" that would read as
-// one of these escapes (or as %25) as %25; names without these pass
-// unchanged ("Mod 100%" stays as it is). A section spelt "general" in
-// any letter case other than "General" has its first letter written the same
-// way (%67 for "g"), because QSettings files all of them under one INI section
-// "[%General]". Throws qf::InvalidValueError for an empty key.
+/// The key under which QSettings finds section/key: "section/key", or "key" for
+/// an empty section; a host that reads or writes the control's values with
+/// its own QSettings builds the name with it. QSettings takes "/" (and on
+/// Windows "\") for a group separator, so a game name or key keeps them as one
+/// name with "/" and "\" written as %2F and %5C, and a "%" that would read as
+/// one of these escapes (or as %25) as %25; names without these pass
+/// unchanged ("Mod 100%" stays as it is). A section spelt "general" in
+/// any letter case other than "General" has its first letter written the same
+/// way (%67 for "g"), because QSettings files all of them under one INI section
+/// "[%General]".
+/// @param section The section (the game's name). @param key The key.
+/// @return The QSettings key.
+/// @throws qf::InvalidValueError An empty key.
 QString settingsKey(const QString& section, const QString& key);
 
-// One settings file as QSettings sees it: each key with its value, read by
-// QSettings' rules (a key defined in several sections takes the value of the
-// section QSettings reads last: sections in the order of their names, a
-// repeated section in file order). It keeps the bytes it was made from, and a
-// save changes only the lines of the keys it sets: new keys go at the end of
-// their section, new sections at the end of the file; comments, blank lines,
-// order, letter case and every other byte stay.
+/// One settings file as QSettings sees it: each key with its value, read by
+/// QSettings' rules (a key defined in several sections takes the value of the
+/// section QSettings reads last: sections in the order of their names, a
+/// repeated section in file order). It keeps the bytes it was made from, and a
+/// save changes only the lines of the keys it sets: new keys go at the end of
+/// their section, new sections at the end of the file; comments, blank lines,
+/// order, letter case and every other byte stay.
 class Document {
 public:
+    /// An empty file.
     Document() = default;
+    /// Reads a file's bytes. @param bytes The file.
     explicit Document(QByteArrayView bytes);
 
-    // The value as QSettings' value().toString() gives it: a list, an invalid
-    // value and a point, size or rectangle read as an empty text; nullopt when
-    // the key is missing.
+    /// The value as QSettings' value().toString() gives it: a list, an invalid
+    /// value and a point, size or rectangle read as an empty text; nullopt when
+    /// the key is missing.
+    /// @param settingsKey As settingsKey() builds it.
+    /// @return The value.
     std::optional<QString> value(const QString& settingsKey) const;
 
-    // The file with the values set (each key at most once), each reading back
-    // exactly whatever it holds. altered: lines that were not set changed too, because the file
-    // held lines QSettings' rules join or change: a quote left open at the end
-    // of its line (the value then ends at its line, as a person meant, and
-    // the lines after it read as their own again), a line of a key set that
-    // held invalid UTF-8, a NUL or a line break, or a file that no in-place
-    // change could keep readable, which is then written whole as QSettings
-    // writes it.
-    // document: the bytes read back, kept so that the next read of the file
-    // need not parse them again; null for a file written whole.
+    /// The file with the values set (each key at most once), each reading back
+    /// exactly whatever it holds. altered: lines that were not set changed too, because the file
+    /// held lines QSettings' rules join or change: a quote left open at the end
+    /// of its line (the value then ends at its line, as a person meant, and
+    /// the lines after it read as their own again), a line of a key set that
+    /// held invalid UTF-8, a NUL or a line break, or a file that no in-place
+    /// change could keep readable, which is then written whole as QSettings
+    /// writes it.
+    /// document: the bytes read back, kept so that the next read of the file
+    /// need not parse them again; null for a file written whole.
     struct Saved {
-        QByteArray bytes;
-        bool altered = false;
-        std::unique_ptr<Document> document;
+        QByteArray bytes;                   ///< The file to write.
+        bool altered = false;               ///< See above.
+        std::unique_ptr<Document> document; ///< See above.
     };
+    /// @param values Settings keys and their texts.
+    /// @return The file to write.
     Saved withValues(const std::vector<std::pair<QString, QString>>& values) const;
 
+    /// @return The bytes it was made from.
     const QByteArray& bytes() const { return m_bytes; }
 
 private:

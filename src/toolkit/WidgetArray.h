@@ -10,13 +10,16 @@
 
 namespace qf {
 
-// Widgets of one kind under one name. Element 0 is the template from the
-// layout; loading element n makes a hidden copy of it (container, position,
-// size, look). Indexes are 16-bit, so at most 32767.
+/// Widgets of one kind under one name. Element 0 is the template from the
+/// layout; loading element n makes a hidden copy of it (container, position,
+/// size, look). Indexes are 16-bit, so at most 32767.
+/// @tparam T The widget class.
 template <typename T> class WidgetArray {
 public:
+    /// The highest index an element can have.
     static constexpr int MaxIndex = 32767;
 
+    /// An array of the template alone. @param templateWidget Element 0.
     explicit WidgetArray(std::unique_ptr<T> templateWidget)
     {
         templateWidget->m_index = 0;
@@ -34,14 +37,19 @@ public:
             m_elements.pop_back();
     }
 
+    /// @return The template's name, which every element shares.
     const QString& name() const { return m_elements.front()->name(); }
+    /// @return Element 0.
     T& templateWidget() const { return *m_elements.front(); }
 
+    /// @param index Any number. @return Whether that element is loaded.
     bool exists(int index) const
     {
         return index >= 0 && index < int(m_elements.size()) && m_elements[index];
     }
 
+    /// @param index A loaded element's index. @return The element.
+    /// @throws qf::MissingElementError No element of that index is loaded.
     T& at(int index) const
     {
         if (!exists(index))
@@ -49,8 +57,13 @@ public:
                 QStringLiteral("%1(%2) does not exist").arg(name()).arg(index));
         return *m_elements[index];
     }
+    /// at(). @param index A loaded element's index. @return The element.
     T& operator[](int index) const { return at(index); }
 
+    /// Loads a hidden copy of the template and raises #loaded.
+    /// @param index 1 to MaxIndex. @return The new element.
+    /// @throws qf::InvalidValueError The index is outside 1 to MaxIndex.
+    /// @throws qf::ElementExistsError The element is loaded already.
     T& load(int index)
     {
         if (index < 1 || index > MaxIndex)
@@ -74,6 +87,10 @@ public:
         return added;
     }
 
+    /// Raises #unloading, then destroys the element.
+    /// @param index A loaded element other than 0.
+    /// @throws qf::InvalidValueError The index is 0.
+    /// @throws qf::MissingElementError No element of that index is loaded.
     void unload(int index)
     {
         if (index == 0)
@@ -87,11 +104,13 @@ public:
             m_elements.pop_back();
     }
 
-    // Number of elements, the template included.
+    /// @return Number of elements, the template included.
     int count() const { return m_count; }
-    // Highest index in use.
+    /// @return Highest index in use.
     int upperBound() const { return int(m_elements.size()) - 1; }
 
+    /// Calls a function for each loaded element, the template first, by index.
+    /// @param visit Takes a T&.
     template <typename F> void forEach(F&& visit) const
     {
         for (const auto& element : m_elements)
@@ -99,10 +118,11 @@ public:
                 visit(*element);
     }
 
-    // Raised after element n was loaded, and before it is unloaded.
+    /// Raised after element n was loaded, with n.
     Event<int> loaded;
+    /// Raised before element n is unloaded, with n.
     Event<int> unloading;
-    // Click of a loaded element, with its index (check boxes, option buttons, combos).
+    /// Click of a loaded element, with its index (check boxes, option buttons, combos).
     Event<int> click;
 
 private:
