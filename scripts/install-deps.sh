@@ -8,7 +8,11 @@ packages=(
   qt6-base-dev libgl-dev qt6-tools-dev qt6-l10n-tools
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth
+  # the API reference's check (tests: ApiReference)
   doxygen
+  # the desktop checks and the Debian packages (tests/desktop, scripts/package.sh)
+  desktop-file-utils appstream lintian weston qt6-wayland
+  groff-base man-db bash-completion dpkg-dev fakeroot file
 )
 if [ "${QFORMS_WITH_FUZZ:-0}" = 1 ]; then
   packages+=(clang libclang-rt-14-dev)

@@ -55,7 +55,9 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("qforms-launcher"));
     QApplication::setApplicationDisplayName(QStringLiteral("Quillmarsh 2"));
     QApplication::setApplicationVersion(QStringLiteral(QFORMS_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("qforms-launcher"));
+    // The application id: Wayland compositors match the window to the menu entry
+    // by it (on X11 the entry's StartupWMClass matches the application name).
+    QApplication::setDesktopFileName(QStringLiteral("org.qforms.Launcher"));
 
     const QString hostFolder = findHostFolder();
     const LauncherConfig config =
