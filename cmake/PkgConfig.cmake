@@ -48,20 +48,3 @@ Cflags: -I${includedir}
 ]])
 install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/qForms.pc ${PROJECT_BINARY_DIR}/pkgconfig/qFormsView.pc
         DESTINATION ${QFORMS_PC_DIR})
-
-if(QFORMS_BUILD_TESTS)
-    set(flags "")
-    if(QFORMS_SANITIZE)
-        set(flags "-fsanitize=address,undefined")
-    endif()
-    add_test(NAME InstalledPackage.PkgConfigConsumers
-        COMMAND ${CMAKE_COMMAND}
-            -DBUILD_DIR=${PROJECT_BINARY_DIR}
-            -DSOURCE_DIR=${PROJECT_SOURCE_DIR}
-            -DWORK_DIR=${PROJECT_BINARY_DIR}/tests/pkgconfig-consumers
-            -DCXX_COMPILER=${CMAKE_CXX_COMPILER}
-            -DCXX_FLAGS=${flags}
-            -DLIB_DIR=${CMAKE_INSTALL_LIBDIR}
-            -P ${PROJECT_SOURCE_DIR}/tests/consumers/RunPkgConfigConsumers.cmake)
-    set_tests_properties(InstalledPackage.PkgConfigConsumers PROPERTIES TIMEOUT 600)
-endif()

@@ -4,10 +4,8 @@
 # --print-command, --help, --version) and says how to see the window.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/install-deps.sh
+QFORMS_BUILD_TARGET=qforms-launcher scripts/build.sh
 build="${QFORMS_BUILD_DIR:-build}"
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="${QFORMS_BUILD_TYPE:-RelWithDebInfo}"
-cmake --build "$build" -j"$(nproc)" --target qforms-launcher
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   for argument in "$@"; do
     case "$argument" in

@@ -4,10 +4,8 @@
 # runs lintian on them. Installs what is missing first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/install-deps.sh
+scripts/build.sh "$@"
 build="${QFORMS_BUILD_DIR:-build}"
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="${QFORMS_BUILD_TYPE:-RelWithDebInfo}" "$@"
-cmake --build "$build" -j"$(nproc)"
 packages="$build/packages"
 rm -rf "$packages"
 (cd "$build" && cpack -G DEB -B "$PWD/packages")

@@ -3,8 +3,6 @@
 # QFORMS_BUILD_DIR and extra CMake arguments (e.g. -DQFORMS_SANITIZE=ON) may be given.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/install-deps.sh
+scripts/build.sh "$@"
 build="${QFORMS_BUILD_DIR:-build}"
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="${QFORMS_BUILD_TYPE:-RelWithDebInfo}" "$@"
-cmake --build "$build" -j"$(nproc)"
 QT_QPA_PLATFORM=offscreen ctest --test-dir "$build" --output-on-failure -j"$(nproc)"
