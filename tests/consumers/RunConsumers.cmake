@@ -33,6 +33,15 @@ foreach(consumer headless view)
         "-DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
         "-DCMAKE_PREFIX_PATH=${prefix}\;${QT_PREFIX}")
     run(${CMAKE_COMMAND} --build ${build})
+    # The view's page is the embedding example: it shows the sample host's game
+    # and takes a picture of it.
+    set(arguments "")
+    if(consumer STREQUAL "view")
+        set(arguments ${SOURCE_DIR}/data/host --screenshot ${WORK_DIR}/view.png)
+    endif()
     run(${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME=${WORK_DIR}/config
-        XDG_DATA_HOME=${WORK_DIR}/data ${build}/${consumer})
+        XDG_DATA_HOME=${WORK_DIR}/data ${build}/${consumer} ${arguments})
 endforeach()
+if(NOT EXISTS ${WORK_DIR}/view.png)
+    message(FATAL_ERROR "the view consumer drew no page")
+endif()
