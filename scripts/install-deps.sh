@@ -13,6 +13,8 @@ packages=(
   # the desktop checks and the Debian packages (tests/desktop, scripts/package.sh)
   desktop-file-utils appstream lintian weston qt6-wayland
   groff-base man-db bash-completion dpkg-dev fakeroot file
+  # the page read over the desktop's accessibility bus (tests: LauncherAccessibility)
+  dbus at-spi2-core
 )
 if [ "${QFORMS_WITH_FUZZ:-0}" = 1 ]; then
   packages+=(clang libclang-rt-14-dev)

@@ -9,6 +9,7 @@
 #include "toolkit/Line.h"
 #include "toolkit/OptionButton.h"
 #include "toolkit/TextBox.h"
+#include "view/Accessibility.h"
 #include "view/LineWidget.h"
 
 #include <QCheckBox>
@@ -18,7 +19,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalBlocker>
 #include <QtDebug>
 
@@ -177,7 +177,7 @@ private:
 };
 
 using CheckBoxBinding = ToggleBinding<CheckBox, QCheckBox>;
-using OptionButtonBinding = ToggleBinding<OptionButton, QRadioButton>;
+using OptionButtonBinding = ToggleBinding<OptionButton, OptionButtonView>;
 
 class ComboBoxBinding : public WidgetBinding {
 public:

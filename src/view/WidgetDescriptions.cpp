@@ -3,13 +3,15 @@
 #include "toolkit/CommandButton.h"
 #include "toolkit/Frame.h"
 #include "toolkit/Label.h"
+#include "toolkit/Line.h"
 #include "toolkit/ToggleButton.h"
+#include "view/Accessibility.h"
+#include "view/CaptionPairing.h"
 
 #include <QFontMetrics>
+#include <QLabel>
 #include <QStyle>
 
-#include <algorithm>
-#include <limits>
 #include <unordered_map>
 
 namespace qf {
@@ -39,64 +41,34 @@ bool isNamedByNeighbour(WidgetKind kind)
            kind == WidgetKind::FileList;
 }
 
-bool canNameNeighbour(const Widget& model)
+QRectF placeOf(const Widget& model)
 {
-    return model.isVisible() &&
-           (model.kind() == WidgetKind::Label || model.kind() == WidgetKind::CheckBox) &&
-           !captionOf(model).trimmed().isEmpty();
+    if (model.kind() == WidgetKind::Line) {
+        const auto& line = static_cast<const Line&>(model);
+        return QRectF(QPointF(line.x1(), line.y1()), QPointF(line.x2(), line.y2())).normalized();
+    }
+    return QRectF(model.left(), model.top(), model.width(), model.height());
 }
 
-// Twips a caption may reach into its widget and still count as beside it.
-constexpr float Slack = 60;
-
-// The widgets of one container that can name a neighbour, by their top edge,
-// so that a box looks only at those near its own rows.
-struct Namers {
-    std::vector<const Widget*> byTop;
-    float tallest = 0;
-};
-
-QString neighbourCaption(const Widget& box, const Namers& namers)
+// The caption each shown widget is read by, from the pairing of each container.
+std::unordered_map<const ShownWidget*, const ShownWidget*>
+captionsOf(const std::vector<ShownWidget>& widgets)
 {
-    const Widget* left = nullptr;
-    const Widget* above = nullptr;
-    float leftGap = std::numeric_limits<float>::max();
-    float aboveGap = leftGap;
-    const auto& byTop = namers.byTop;
-    const float boxBottom = box.top() + box.height();
-    const auto topBelow = [&](float top) {
-        return std::lower_bound(byTop.begin(), byTop.end(), top,
-                                [](const Widget* w, float t) { return w->top() < t; });
-    };
-    // Beside it: a namer whose rows meet the box's rows.
-    const auto rowsEnd = topBelow(boxBottom);
-    for (auto it = topBelow(box.top() - namers.tallest); it < rowsEnd; ++it) {
-        const Widget& other = **it;
-        const float right = other.left() + other.width();
-        const bool sameRow = other.top() < boxBottom && other.top() + other.height() > box.top();
-        if (&other != &box && sameRow && right <= box.left() + Slack &&
-            box.left() - right < leftGap) {
-            leftGap = box.left() - right;
-            left = &other;
-        }
+    std::unordered_map<const Container*, std::vector<const ShownWidget*>> byContainer;
+    for (const ShownWidget& shown : widgets)
+        if (shown.model->isVisible())
+            byContainer[shown.model->container()].push_back(&shown);
+    std::unordered_map<const ShownWidget*, const ShownWidget*> captions;
+    for (const auto& [container, members] : byContainer) {
+        std::vector<PlacedWidget> placed;
+        placed.reserve(members.size());
+        for (const ShownWidget* shown : members)
+            placed.push_back({placeOf(*shown->model), shown->model->kind(),
+                              !captionOf(*shown->model).trimmed().isEmpty()});
+        for (const CaptionPair& pair : pairCaptions(placed))
+            captions[members[pair.widget]] = members[pair.caption];
     }
-    if (left)
-        return captionOf(*left).remove(QLatin1Char('&')).trimmed();
-    // Above it: the nearest namer in its columns, walking up from the box.
-    for (auto it = topBelow(box.top() + Slack); it != byTop.begin();) {
-        const Widget& other = **--it;
-        if (box.top() - (other.top() + namers.tallest) >= aboveGap)
-            break; // nothing higher up can be nearer
-        const float bottom = other.top() + other.height();
-        const bool sameColumn =
-            other.left() < box.left() + box.width() && other.left() + other.width() > box.left();
-        if (&other != &box && sameColumn && bottom <= box.top() + Slack &&
-            box.top() - bottom < aboveGap) {
-            aboveGap = box.top() - bottom;
-            above = &other;
-        }
-    }
-    return above ? captionOf(*above).remove(QLatin1Char('&')).trimmed() : QString();
+    return captions;
 }
 
 } // namespace
@@ -124,28 +96,38 @@ bool cutsCaption(const Widget& model, const QWidget& view)
 
 void describeWidgets(const std::vector<ShownWidget>& widgets)
 {
-    std::unordered_map<const Container*, Namers> namers;
-    for (const ShownWidget& shown : widgets) {
-        if (!canNameNeighbour(*shown.model))
-            continue;
-        Namers& group = namers[shown.model->container()];
-        group.byTop.push_back(shown.model);
-        group.tallest = std::max(group.tallest, shown.model->height());
-    }
-    for (auto& [container, group] : namers)
-        std::stable_sort(group.byTop.begin(), group.byTop.end(),
-                         [](const Widget* a, const Widget* b) { return a->top() < b->top(); });
-    const Namers none;
+    const auto captions = captionsOf(widgets);
+    const auto captionFor = [&](const ShownWidget& shown) -> const ShownWidget* {
+        const auto found = captions.find(&shown);
+        return found == captions.end() ? nullptr : found->second;
+    };
+    std::unordered_map<const QWidget*, QWidget*> buddies;
     for (const ShownWidget& shown : widgets) {
         const Widget& model = *shown.model;
+        const ShownWidget* caption = captionFor(shown);
         if (isNamedByNeighbour(model.kind())) {
-            const auto group = namers.find(model.container());
+            // The buddy gives the labelled-by relation; the name is for
+            // screen readers that read names only (Qt on Linux names a combo
+            // by its value whatever it is told).
             shown.view->setAccessibleName(
-                neighbourCaption(model, group == namers.end() ? none : group->second));
-            continue;
+                caption ? captionOf(*caption->model).remove(QLatin1Char('&')).trimmed()
+                        : QString());
+            if (caption)
+                buddies[caption->view] = shown.view;
+        } else if (auto* option = qobject_cast<OptionButtonView*>(shown.view))
+            option->setGroupFrame(caption ? caption->view : nullptr);
+    }
+    for (const ShownWidget& shown : widgets) {
+        const Widget& model = *shown.model;
+        if (auto* label = qobject_cast<QLabel*>(shown.view)) {
+            const auto buddy = buddies.find(label);
+            QWidget* wanted = buddy == buddies.end() ? nullptr : buddy->second;
+            if (label->buddy() != wanted)
+                label->setBuddy(wanted);
         }
         const QString caption = captionOf(model);
-        if (model.kind() == WidgetKind::Line || caption.isEmpty())
+        if (isNamedByNeighbour(model.kind()) || model.kind() == WidgetKind::Line ||
+            caption.isEmpty())
             continue;
         shown.view->setToolTip(cutsCaption(model, *shown.view)
                                    ? QString(caption).remove(QLatin1Char('&'))

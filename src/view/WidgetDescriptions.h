@@ -14,9 +14,11 @@ struct ShownWidget {
 };
 
 // What screen readers and the mouse tell about the widgets of one control: a
-// text box, combo or list is named by the caption beside it (a label or check
-// box to its left on the same row, else the nearest one above it), and a
-// caption its widget cuts off is shown whole as the widget's tooltip.
+// text box, combo or list is named by the caption a sighted player reads for
+// it (pairCaptions), and a label that is such a caption becomes its buddy, so
+// that Qt reports the labelled-by relation; an option button is read in the
+// group of the frame around it; a caption its widget cuts off is shown whole
+// as the widget's tooltip.
 void describeWidgets(const std::vector<ShownWidget>& widgets);
 
 // Whether the view, at its size, shows less than the whole caption of the model.

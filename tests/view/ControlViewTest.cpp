@@ -1,6 +1,7 @@
 #include "view/ControlView.h"
 #include "control/qForms.h"
 #include "support/TestHost.h"
+#include "view/CaptionPairing.h"
 #include "view/QtFileDialog.h"
 
 #include <QCheckBox>
@@ -105,47 +106,55 @@ TEST(ControlView, ABuiltCheckBoxRunsItsRuleAtOnceAndTheFocusChainTakesTheFixedWi
                                 "Check1(1) Combo1(1)"_s);
 }
 
-TEST(ControlView, NamesAFieldByTheCaptionBesideOrElseAboveItAndTooltipsACutCaption)
+TEST(CaptionPairing, ALabelCaptionsTheOneWidgetASightedPlayerReadsItFor)
+{
+    using K = qf::WidgetKind;
+    const auto at = [](double x, double y, double w, double h, K kind, bool captioned = true) {
+        return qf::PlacedWidget{QRectF(x, y, w, h), kind, captioned};
+    };
+    // The box lies at 1000-2000 across, 1000-1300 down, in twips; a caption may
+    // reach 60 into it and lie up to 240 above it.
+    const qf::PlacedWidget box = at(1000, 1000, 1000, 300, K::TextBox, false);
+    const struct {
+        std::vector<qf::PlacedWidget> widgets;
+        const char* pairs;
+    } cases[] = {
+        {{box, at(0, 1000, 1060, 300, K::Label)}, "1>0"},  // on its row, reaching 60 in
+        {{box, at(1500, 460, 900, 300, K::Label)}, "1>0"}, // above, 240 up
+        {{box, at(1500, 459, 900, 300, K::Label)}, ""},    // further up
+        {{box, at(1000, 700, 500, 250, K::Label), at(900, 980, 1500, 0, K::Line)}, ""},  // a line
+        {{box, at(0, 1000, 900, 300, K::Label), at(950, 900, 1200, 500, K::Frame)}, ""}, // an edge
+        {{box, at(0, 1000, 900, 300, K::Label), at(-90, 900, 2200, 500, K::Frame)}, "1>0"},
+        {{box, at(0, 1000, 900, 300, K::Label), at(0, 1350, 900, 300, K::ComboBox, false)},
+         "1>0"}, // beside one, above the other: the one beside takes it
+        {{at(1000, 1000, 900, 300, K::OptionButton), at(0, 0, 3000, 3000, K::Frame),
+          at(900, 900, 1200, 600, K::Frame), at(950, 950, 1100, 400, K::Frame, false)},
+         "2>0"}, // the innermost captioned frame is its group
+    };
+    for (const auto& c : cases) {
+        QStringList pairs;
+        for (const qf::CaptionPair& pair : qf::pairCaptions(c.widgets))
+            pairs << u"%1>%2"_s.arg(pair.caption).arg(pair.widget);
+        EXPECT_EQ(pairs.join(u' '), QLatin1String(c.pairs)) << "case " << &c - cases;
+    }
+}
+
+TEST(ControlView, NamesAFieldByItsCaptionAnewWhenTheLabelMovesAndTooltipsACutCaption)
 {
     qForms control;
     ControlView view(control);
     auto& w = control.widgets();
     qf::TextBox& box = w.Text1.load(1);
     box.setGeometry(10000, 10000, 1000, 300);
+    box.setVisible(true);
     qf::Label& first = w.Label1.load(1);
-    qf::Label& second = w.Label1.load(2);
-    const auto place = [](qf::Label& label, const QRectF& at, const QString& caption) {
-        label.setCaption(caption);
-        label.setGeometry(at.x(), at.y(), at.width(), at.height());
-        label.setVisible(true);
-    };
-    // Where two labels lie around the box (10000-11000 across, 10000-10300 down,
-    // in twips; a caption may reach 60 into it), and which one names it. With no
-    // place given, the second lies right beside the box with a blank caption.
-    const struct {
-        QRectF first, second;
-        const char* name;
-    } cases[] = {
-        {{8000, 10000, 2060, 300}, {}, "First"},               // on its row, reaching 60 in
-        {{8000, 10000, 2061, 300}, {}, ""},                    // reaching further
-        {{8000, 9700, 1000, 300}, {}, ""},                     // left of it, ending at its top
-        {{10000, 9760, 1000, 300}, {}, "First"},               // above, reaching 60 down into it
-        {{11000, 9000, 500, 300}, {9500, 9000, 500, 300}, ""}, // above, beside its columns
-        {{10000, 9000, 1000, 300}, {10100, 10060, 500, 0}, "First"},    // flat, 60 in: not above
-        {{7000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "Second"}, // the nearer on the left
-        {{8000, 10000, 1000, 300}, {8000, 10100, 1000, 300}, "First"},  // as near: the higher
-        {{10000, 9000, 1000, 300}, {10000, 9500, 1000, 300}, "Second"}, // the nearer above
-        {{10000, 9600, 500, 200}, {10500, 9600, 500, 200}, "Second"},   // as near above: the later
-        {{10000, 9500, 1000, 300}, {8000, 10000, 1000, 300}, "Second"}, // beside before above
-    };
-    for (const auto& c : cases) {
-        const bool blank = c.second.isNull();
-        place(first, c.first, u"First "_s);
-        place(second, blank ? QRectF(9500, 10000, 500, 300) : c.second,
-              blank ? u" "_s : u"&Second"_s);
+    first.setCaption(u"&First "_s);
+    first.setVisible(true);
+    for (const auto& [left, name] : {std::pair{8000, "First"}, {5000, "First"}, {12000, ""}}) {
+        first.setGeometry(left, 10000, 1000, 300);
         QCoreApplication::processEvents(); // moving a label names the box anew
-        EXPECT_EQ(view.viewOf(box)->accessibleName(), QLatin1String(c.name))
-            << "case " << &c - cases;
+        EXPECT_EQ(view.viewOf(box)->accessibleName(), QLatin1String(name)) << left;
+        EXPECT_EQ(viewAs<QLabel>(view, first)->buddy(), *name ? view.viewOf(box) : nullptr);
     }
 
     // A caption with exactly the room it needs fits; a pixel less cuts it (a
