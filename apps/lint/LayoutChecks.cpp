@@ -14,9 +14,9 @@
 #include <QHash>
 #include <QLabel>
 #include <QRadioButton>
+#include <QRectF>
 #include <QStyle>
 #include <QStyleOptionButton>
-#include <QRectF>
 
 #include <algorithm>
 #include <cmath>
@@ -69,8 +69,7 @@ std::optional<int> captionEnd(const QWidget& view)
     option.initFrom(&view);
     option.text = static_cast<const QAbstractButton&>(view).text();
     const QRect area = view.style()->subElementRect(contents, &option, &view);
-    return area.left() +
-           QFontMetrics(view.font()).size(Qt::TextShowMnemonic, option.text).width();
+    return area.left() + QFontMetrics(view.font()).size(Qt::TextShowMnemonic, option.text).width();
 }
 
 bool cutsShownCaption(const Widget& model, const QWidget& view)
@@ -82,9 +81,9 @@ bool cutsShownCaption(const Widget& model, const QWidget& view)
 // The width in twips the caption needs, rounded up to 15.
 int neededTwips(const QWidget& view, const TwipScale& scale)
 {
-    const int pixels = captionEnd(view).value_or(
-        qobject_cast<const QLabel*>(&view) ? view.minimumSizeHint().width()
-                                           : view.sizeHint().width());
+    const int pixels = captionEnd(view).value_or(qobject_cast<const QLabel*>(&view)
+                                                     ? view.minimumSizeHint().width()
+                                                     : view.sizeHint().width());
     const int perPixel = std::max(1, int(std::lround(1.0 / scale.pixels(1440) * 1440)));
     return pixels * perPixel;
 }
@@ -172,27 +171,27 @@ void checkPlacement(LintContext& lint, ControlWidgets& w, const std::vector<Plac
 {
     using Groups = LintContext::HostGroups;
     const QRectF client(0, 0, ControlWidgets::ClientWidth, ControlWidgets::ClientHeight);
-    const FixedArea fixed[] = {{&w.lblPath, "the folder label", nullptr},
-                               {&w.txtPath, "the folder box", nullptr},
-                               {&w.cmdBrowse, "the Browse button", nullptr},
-                               {&w.chkModCheck, "the \"always load the mod\" check box",
-                                &Groups::modSelection},
-                               {&w.comModSelect, "the mod box", &Groups::modSelection},
-                               {&w.lblModName, "the mod name", &Groups::modSelection},
-                               {&w.lblCLP, "the parameters label", &Groups::parameters},
-                               {&w.txtCLP, "the parameters box", &Groups::parameters},
-                               {&w.lblSelectConfig, "the config label", &Groups::configs},
-                               {&w.lstConfig, "the config list", &Groups::configs},
-                               {&w.cmdEdit, "the Edit button", &Groups::configs},
-                               {&w.frameStatus, "the status frame", nullptr}};
+    const FixedArea fixed[] = {
+        {&w.lblPath, "the folder label", nullptr},
+        {&w.txtPath, "the folder box", nullptr},
+        {&w.cmdBrowse, "the Browse button", nullptr},
+        {&w.chkModCheck, "the \"always load the mod\" check box", &Groups::modSelection},
+        {&w.comModSelect, "the mod box", &Groups::modSelection},
+        {&w.lblModName, "the mod name", &Groups::modSelection},
+        {&w.lblCLP, "the parameters label", &Groups::parameters},
+        {&w.txtCLP, "the parameters box", &Groups::parameters},
+        {&w.lblSelectConfig, "the config label", &Groups::configs},
+        {&w.lstConfig, "the config list", &Groups::configs},
+        {&w.cmdEdit, "the Edit button", &Groups::configs},
+        {&w.frameStatus, "the status frame", nullptr}};
     std::optional<std::pair<int, QString>> unknownHost; // the first overlap with a group
     int moreInGroups = 0;
     for (const Placed& p : placed) {
         const QString key = entryKeyName(p.entry, gd::Location);
         const QRectF rect = rectOf(*p.model);
         if (!client.contains(rect)) {
-            const bool sizeFirst = looksWidthFirst(*p.model, client) &&
-                                   lint.entryValue(p.entry, gd::Size).has_value();
+            const bool sizeFirst =
+                looksWidthFirst(*p.model, client) && lint.entryValue(p.entry, gd::Size).has_value();
             const QString sizeKey = entryKeyName(p.entry, gd::Size);
             lint.add(Severity::Warning, QStringLiteral("layout-outside"),
                      sizeFirst ? QStringLiteral("%1: the widget is %2 twips high and %3 wide and "
@@ -210,9 +209,9 @@ void checkPlacement(LintContext& lint, ControlWidgets& w, const std::vector<Plac
             const QRectF covered = rectOf(*area.widget);
             if (!rect.intersects(covered))
                 continue;
-            const QString what = QStringLiteral("%1: the widget %2 covers %3 %4")
-                                     .arg(key, corners(rect), QLatin1String(area.name),
-                                          corners(covered));
+            const QString what =
+                QStringLiteral("%1: the widget %2 covers %3 %4")
+                    .arg(key, corners(rect), QLatin1String(area.name), corners(covered));
             if (!area.group) {
                 lint.add(Severity::Warning, QStringLiteral("layout-overlap-fixed"), what, p.entry,
                          key, true);
@@ -234,14 +233,14 @@ void checkPlacement(LintContext& lint, ControlWidgets& w, const std::vector<Plac
     // One note says what the lint could not tell.
     if (unknownHost) {
         const QString key = entryKeyName(unknownHost->first, gd::Location);
-        lint.add(Severity::Note, QStringLiteral("layout-overlap-fixed"),
-                 unknownHost->second +
-                     QStringLiteral(" if the host shows it; no game in launcher.ini names this "
-                                    "file, so the lint cannot tell%1")
-                         .arg(moreInGroups ? QStringLiteral(" (%1 more such overlaps)")
-                                                 .arg(moreInGroups)
-                                           : QString()),
-                 unknownHost->first, key, true);
+        lint.add(
+            Severity::Note, QStringLiteral("layout-overlap-fixed"),
+            unknownHost->second +
+                QStringLiteral(" if the host shows it; no game in the host folder's launcher.ini "
+                               "names this file, so the lint cannot tell%1")
+                    .arg(moreInGroups ? QStringLiteral(" (%1 more such overlaps)").arg(moreInGroups)
+                                      : QString()),
+            unknownHost->first, key, true);
     }
 }
 
