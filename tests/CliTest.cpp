@@ -102,6 +102,8 @@ TEST(Lint, FindingsExitCodesAndTheCleanSampleGames)
         {u"routes"_s, {}, 1},
         {u"layout"_s, {}, 0},
         {u"game"_s, {u"--game"_s, u"Arena"_s}, 0},
+        {u"section"_s, {}, 1},
+        {u"host"_s, {u"--game"_s, u"Ridg"_s}, 0},
     };
     for (const auto& [name, options, exitCode] : cases) {
         const CliResult result =

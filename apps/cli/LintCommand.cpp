@@ -82,8 +82,9 @@ const Command lintCommand{
         "path:line:column: error|warning|note: message [check]. --app-path: the host folder\n"
         "(default: the folder above the file's Data folder); --language: check this language\n"
         "only (default: every language file); --game: also check the game's game list files\n"
-        "in Data/NAME/AVA. Exit 0 without errors, 1 with errors (or warnings with --werror),\n"
-        "2 when the command cannot run."),
+        "in Data/NAME/AVA. The host's launcher.ini, when a game there names the file, says\n"
+        "which fixed groups the widgets must leave free. Exit 0 without errors, 1 with\n"
+        "errors (or warnings with --werror), 2 when the command cannot run."),
     run};
 
 } // namespace qf::cli

@@ -88,6 +88,25 @@ void checkCount(LintContext& lint)
 {
     const std::optional<QString> count = lint.value(gd::Count);
     const QString check = QStringLiteral("entries-count");
+    if (!count && !lint.document->sectionPosition(gd::Section)) {
+        // Without the section the author most likely misspelled its name.
+        QStringList names;
+        std::optional<IniDocument::Position> where;
+        for (const IniDocument::SectionLines& section : lint.document->lines())
+            if (section.namePosition)
+                names.append(section.name.toString());
+        const QString meant = closest(gd::Section, names);
+        for (const IniDocument::SectionLines& section : lint.document->lines())
+            if (section.namePosition && section.name == meant && !where)
+                where = section.namePosition;
+        lint.addAt(Severity::Error, QStringLiteral("entries-section"),
+                   meant.isEmpty()
+                       ? QStringLiteral("no [%1] section; no entry is built").arg(gd::Section)
+                       : QStringLiteral("[%1]: unknown section; write [%2], or no entry is built")
+                             .arg(meant, gd::Section),
+                   0, lint.path, where);
+        return;
+    }
     if (!count) {
         lint.add(Severity::Error, check, QStringLiteral("Count: missing; no entry is built"), 0,
                  gd::Count);

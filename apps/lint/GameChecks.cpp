@@ -1,4 +1,5 @@
 #include "LintContext.h"
+#include "Suggest.h"
 
 #include "context/DataPaths.h"
 #include "gamedata/GameDataKeys.h"
@@ -60,6 +61,15 @@ void checkGameLists(LintContext& lint)
     try {
         files = paths::listFiles(folder, QStringLiteral("*.AVA"));
     } catch (const Error&) {
+        // A name launcher.ini does not know is said there already.
+        const bool said = std::any_of(lint.findings.begin(), lint.findings.end(),
+                                      [](const Finding& f) { return f.check == u"ava-game"; });
+        if (!said && !paths::isDirectory(lint.appPath + QStringLiteral("/Data/") + lint.gameName))
+            lint.addAt(Severity::Warning, QStringLiteral("ava-game"),
+                       QStringLiteral("--game %1: there is no folder Data/%1, so no game list "
+                                      "file was checked")
+                           .arg(lint.gameName),
+                       0, lint.path, std::nullopt);
         return;
     }
     const QString resolved = paths::resolve(folder);
@@ -70,7 +80,33 @@ void checkGameLists(LintContext& lint)
         if (!document)
             continue;
         const auto read = [&](const QString& key) { return document->value(AvaSection, key); };
+        // A misspelled key is said at its line, as the key it was meant to be.
+        static const QStringList known = {QStringLiteral("PakName"),
+                                          QStringLiteral("PakForVersion"),
+                                          QStringLiteral("PakExtension"), QStringLiteral("Version")};
+        QStringList meant;
+        for (const IniDocument::SectionLines& section : document->lines()) {
+            if (section.name.compare(AvaSection, Qt::CaseInsensitive) != 0)
+                continue;
+            for (const IniDocument::KeyLine& line : section.keys) {
+                const QString name = line.name.toString();
+                if (name.startsWith(u';') || known.contains(name, Qt::CaseInsensitive))
+                    continue;
+                const QString suggestion = closest(name, known);
+                if (!suggestion.isEmpty() && !read(suggestion))
+                    meant.append(suggestion);
+                lint.addAt(Severity::Warning, QStringLiteral("ava-unknown-key"),
+                           QStringLiteral("[%1] %2: unknown key%3")
+                               .arg(AvaSection, name,
+                                    suggestion.isEmpty()
+                                        ? QStringLiteral("; it is never read")
+                                        : QStringLiteral("; did you mean %1?").arg(suggestion)),
+                           0, file, line.namePosition);
+            }
+        }
         const auto missing = [&](const QString& key, const QString& effect, Severity severity) {
+            if (meant.contains(key))
+                return;
             lint.addAt(severity, QStringLiteral("ava-missing-key"),
                        QStringLiteral("[%1] %2: missing; %3").arg(AvaSection, key, effect), 0, file,
                        document->sectionPosition(AvaSection));

@@ -8,10 +8,15 @@
 #include "view/WidgetBinding.h"
 #include "view/WidgetDescriptions.h"
 
+#include <QAbstractButton>
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QHash>
 #include <QLabel>
+#include <QRadioButton>
 #include <QRectF>
+#include <QStyle>
+#include <QStyleOptionButton>
 
 #include <algorithm>
 #include <cmath>
@@ -47,11 +52,38 @@ void collect(const LintContext& lint, const QString& kind, WidgetArray<T>& array
     }
 }
 
-// The width in twips the view asks for the caption, rounded up to 15.
+// The pixels from the widget's left edge to the end of its caption as the
+// style draws it: the text goes into the style's contents rectangle, after
+// the indicator, in the widget's own font. nullopt for the kinds the view's
+// own test measures.
+std::optional<int> captionEnd(const QWidget& view)
+{
+    QStyle::SubElement contents;
+    if (qobject_cast<const QCheckBox*>(&view))
+        contents = QStyle::SE_CheckBoxContents;
+    else if (qobject_cast<const QRadioButton*>(&view))
+        contents = QStyle::SE_RadioButtonContents;
+    else
+        return std::nullopt;
+    QStyleOptionButton option;
+    option.initFrom(&view);
+    option.text = static_cast<const QAbstractButton&>(view).text();
+    const QRect area = view.style()->subElementRect(contents, &option, &view);
+    return area.left() + QFontMetrics(view.font()).size(Qt::TextShowMnemonic, option.text).width();
+}
+
+bool cutsShownCaption(const Widget& model, const QWidget& view)
+{
+    const std::optional<int> end = captionEnd(view);
+    return end ? *end > view.width() : cutsCaption(model, view);
+}
+
+// The width in twips the caption needs, rounded up to 15.
 int neededTwips(const QWidget& view, const TwipScale& scale)
 {
-    const int pixels = qobject_cast<const QLabel*>(&view) ? view.minimumSizeHint().width()
-                                                          : view.sizeHint().width();
+    const int pixels = captionEnd(view).value_or(qobject_cast<const QLabel*>(&view)
+                                                     ? view.minimumSizeHint().width()
+                                                     : view.sizeHint().width());
     const int perPixel = std::max(1, int(std::lround(1.0 / scale.pixels(1440) * 1440)));
     return pixels * perPixel;
 }
@@ -111,46 +143,112 @@ private:
     std::vector<std::unique_ptr<WidgetBinding>> m_bindings;
 };
 
+QString corners(const QRectF& rect)
+{
+    return QStringLiteral("(%1,%2)-(%3,%4)")
+        .arg(rect.left())
+        .arg(rect.top())
+        .arg(rect.right())
+        .arg(rect.bottom());
+}
+
+struct FixedArea {
+    const Widget* widget;
+    const char* name;
+    // The host switch that shows it; nullptr for the widgets always shown.
+    bool LintContext::HostGroups::*group;
+};
+
+// A size written width first makes a widget far taller than wide: the
+// overflow is then the Size's fault, and the swapped size would fit.
+bool looksWidthFirst(const Widget& widget, const QRectF& client)
+{
+    const QRectF swapped(widget.left(), widget.top(), widget.height(), widget.width());
+    return widget.height() > 2 * widget.width() && client.contains(swapped);
+}
+
 void checkPlacement(LintContext& lint, ControlWidgets& w, const std::vector<Placed>& placed)
 {
+    using Groups = LintContext::HostGroups;
     const QRectF client(0, 0, ControlWidgets::ClientWidth, ControlWidgets::ClientHeight);
-    const std::pair<const Widget*, const char*> fixed[] = {{&w.lblPath, "the folder label"},
-                                                           {&w.txtPath, "the folder box"},
-                                                           {&w.cmdBrowse, "the Browse button"},
-                                                           {&w.frameStatus, "the status frame"}};
-    for (size_t i = 0; i < placed.size(); ++i) {
-        const Placed& p = placed[i];
+    const FixedArea fixed[] = {
+        {&w.lblPath, "the folder label", nullptr},
+        {&w.txtPath, "the folder box", nullptr},
+        {&w.cmdBrowse, "the Browse button", nullptr},
+        {&w.chkModCheck, "the \"always load the mod\" check box", &Groups::modSelection},
+        {&w.comModSelect, "the mod box", &Groups::modSelection},
+        {&w.lblModName, "the mod name", &Groups::modSelection},
+        {&w.lblCLP, "the parameters label", &Groups::parameters},
+        {&w.txtCLP, "the parameters box", &Groups::parameters},
+        {&w.lblSelectConfig, "the config label", &Groups::configs},
+        {&w.lstConfig, "the config list", &Groups::configs},
+        {&w.cmdEdit, "the Edit button", &Groups::configs},
+        {&w.frameStatus, "the status frame", nullptr}};
+    std::optional<std::pair<int, QString>> unknownHost; // the first overlap with a group
+    int moreInGroups = 0;
+    for (const Placed& p : placed) {
         const QString key = entryKeyName(p.entry, gd::Location);
         const QRectF rect = rectOf(*p.model);
-        if (!client.contains(rect))
+        if (!client.contains(rect)) {
+            const bool sizeFirst =
+                looksWidthFirst(*p.model, client) && lint.entryValue(p.entry, gd::Size).has_value();
+            const QString sizeKey = entryKeyName(p.entry, gd::Size);
             lint.add(Severity::Warning, QStringLiteral("layout-outside"),
-                     QStringLiteral("%1: the widget (%2, %3 to %4, %5) reaches outside the "
-                                    "control's 6735 x 4215 area")
-                         .arg(key)
-                         .arg(rect.left())
-                         .arg(rect.top())
-                         .arg(rect.right())
-                         .arg(rect.bottom()),
-                     p.entry, key, true);
-        for (const auto& [widget, name] : fixed) {
-            if (widget->isVisible() && rect.intersects(rectOf(*widget)))
-                lint.add(Severity::Warning, QStringLiteral("layout-overlap-fixed"),
-                         QStringLiteral("%1: the widget covers %2").arg(key, QLatin1String(name)),
-                         p.entry, key, true);
+                     sizeFirst ? QStringLiteral("%1: the widget is %2 twips high and %3 wide and "
+                                                "reaches outside the control's 6735 x 4215 "
+                                                "area; Size is HEIGHTxWIDTH: write %1=%3x%2")
+                                     .arg(sizeKey)
+                                     .arg(p.model->height())
+                                     .arg(p.model->width())
+                               : QStringLiteral("%1: the widget %2 reaches outside the "
+                                                "control's 6735 x 4215 area")
+                                     .arg(key, corners(rect)),
+                     p.entry, sizeFirst ? sizeKey : key, true);
         }
+        for (const FixedArea& area : fixed) {
+            const QRectF covered = rectOf(*area.widget);
+            if (!rect.intersects(covered))
+                continue;
+            const QString what =
+                QStringLiteral("%1: the widget %2 covers %3 %4")
+                    .arg(key, corners(rect), QLatin1String(area.name), corners(covered));
+            if (!area.group) {
+                lint.add(Severity::Warning, QStringLiteral("layout-overlap-fixed"), what, p.entry,
+                         key, true);
+            } else if (lint.hostGroups) {
+                if ((*lint.hostGroups).*area.group)
+                    lint.add(Severity::Warning, QStringLiteral("layout-overlap-fixed"),
+                             what + QStringLiteral(" that the host shows for %1")
+                                        .arg(lint.hostGroups->game),
+                             p.entry, key, true);
+            } else if (!unknownHost) {
+                unknownHost = {p.entry, what};
+            } else {
+                ++moreInGroups;
+            }
+        }
+    }
+    // No game of launcher.ini names the file: a host may show the groups or
+    // not, and a file meant for one that does not should not fill the list.
+    // One note says what the lint could not tell.
+    if (unknownHost) {
+        const QString key = entryKeyName(unknownHost->first, gd::Location);
+        lint.add(
+            Severity::Note, QStringLiteral("layout-overlap-fixed"),
+            unknownHost->second +
+                QStringLiteral(" if the host shows it; no game in the host folder's launcher.ini "
+                               "names this file, so the lint cannot tell%1")
+                    .arg(moreInGroups ? QStringLiteral(" (%1 more such overlaps)").arg(moreInGroups)
+                                      : QString()),
+            unknownHost->first, key, true);
     }
 }
 
-// Overlaps between option widgets: frames hold others and lines cross them,
-// so only the rest are compared. Each widget is noted once, with the first
-// entry it overlaps; a grid of cells keeps that linear for files of any size.
-void checkOverlaps(LintContext& lint, std::vector<Placed> placed)
+// The first earlier widget each one meets by `meets`; a grid of cells keeps
+// that linear for files of any size.
+template <typename Meets>
+std::vector<int> firstMet(const std::vector<Placed>& placed, const Meets& meets)
 {
-    std::erase_if(placed, [](const Placed& p) {
-        return dynamic_cast<const Frame*>(p.model) || dynamic_cast<const Line*>(p.model);
-    });
-    std::sort(placed.begin(), placed.end(),
-              [](const Placed& a, const Placed& b) { return a.entry < b.entry; });
     constexpr double Cell = 480;
     const auto cells = [](const QRectF& r, const auto& visit) {
         const int left = int(std::floor(std::max(0.0, r.left()) / Cell));
@@ -161,25 +259,74 @@ void checkOverlaps(LintContext& lint, std::vector<Placed> placed)
             for (int y = top; y <= std::min(bottom, top + 64); ++y)
                 visit(qint64(x) << 32 | quint32(y));
     };
+    std::vector<int> met(placed.size(), -1);
     QHash<qint64, QList<int>> grid; // cell -> indexes into placed, earlier entries first
     for (size_t i = 0; i < placed.size(); ++i) {
         const QRectF rect = rectOf(*placed[i].model);
-        int overlapped = 0;
         cells(rect, [&](qint64 cell) {
             QList<int>& here = grid[cell];
             for (int j : std::as_const(here)) {
-                if (!overlapped && rect.intersects(rectOf(*placed[j].model)))
-                    overlapped = placed[j].entry;
+                if (met[i] < 0 && meets(rect, rectOf(*placed[j].model)))
+                    met[i] = j;
             }
             // A crowded cell keeps its first widgets: enough to name one overlap.
             if (here.size() < 64)
                 here.append(int(i));
         });
-        if (!overlapped)
+    }
+    return met;
+}
+
+// Overlaps between option widgets. Frames hold others and lines cross them,
+// so a frame is compared only with frames, where crossing edges are the
+// fault, and lines not at all. A widget mostly hidden by another is a
+// mistake; a slight overlap may be meant. Each widget is said once, with the
+// first entry it meets.
+void checkOverlaps(LintContext& lint, std::vector<Placed> placed)
+{
+    std::erase_if(placed, [](const Placed& p) { return dynamic_cast<const Line*>(p.model); });
+    std::sort(placed.begin(), placed.end(),
+              [](const Placed& a, const Placed& b) { return a.entry < b.entry; });
+    std::vector<Placed> frames;
+    std::copy_if(placed.begin(), placed.end(), std::back_inserter(frames),
+                 [](const Placed& p) { return dynamic_cast<const Frame*>(p.model); });
+    std::erase_if(placed, [](const Placed& p) { return dynamic_cast<const Frame*>(p.model); });
+
+    const auto crosses = [](const QRectF& a, const QRectF& b) {
+        return a.intersects(b) && !a.contains(b) && !b.contains(a);
+    };
+    const std::vector<int> crossed = firstMet(frames, crosses);
+    for (size_t i = 0; i < frames.size(); ++i) {
+        if (crossed[i] < 0)
             continue;
+        const QString key = entryKeyName(frames[i].entry, gd::Location);
+        lint.add(Severity::Warning, QStringLiteral("layout-overlap"),
+                 QStringLiteral("%1: the frame's edges cross those of the frame of entry %2; "
+                                "move one inside the other or apart")
+                     .arg(key)
+                     .arg(frames[crossed[i]].entry),
+                 frames[i].entry, key, true);
+    }
+
+    const std::vector<int> met =
+        firstMet(placed, [](const QRectF& a, const QRectF& b) { return a.intersects(b); });
+    for (size_t i = 0; i < placed.size(); ++i) {
+        if (met[i] < 0)
+            continue;
+        const QRectF a = rectOf(*placed[i].model);
+        const QRectF b = rectOf(*placed[met[i]].model);
+        const QRectF common = a.intersected(b);
+        const double smaller = std::min(a.width() * a.height(), b.width() * b.height());
+        const bool mostly = common.width() * common.height() * 2 >= smaller;
         const QString key = entryKeyName(placed[i].entry, gd::Location);
-        lint.add(Severity::Note, QStringLiteral("layout-overlap"),
-                 QStringLiteral("%1: the widget overlaps entry %2").arg(key).arg(overlapped),
+        lint.add(mostly ? Severity::Warning : Severity::Note, QStringLiteral("layout-overlap"),
+                 mostly ? QStringLiteral("%1: the widget lies over entry %2 and hides most of "
+                                         "one of them; move one")
+                              .arg(key)
+                              .arg(placed[met[i]].entry)
+                        : QStringLiteral("%1: the widget overlaps entry %2")
+                              .arg(key)
+                              .arg(placed[met[i]].entry),
                  placed[i].entry, key, true);
     }
 }
@@ -204,7 +351,7 @@ void checkCaptions(LintContext& lint, qForms& control, const std::vector<Placed>
         if (p.caption.isEmpty())
             continue;
         const QWidget* shown = probe.show(*p.model, p.caption);
-        if (!shown || !cutsCaption(*probe.model(shown), *shown))
+        if (!shown || !cutsShownCaption(*probe.model(shown), *shown))
             continue;
         const QString key = entryKeyName(p.entry, gd::Caption);
         lint.add(Severity::Warning, QStringLiteral("layout-caption-fit"),
@@ -232,7 +379,7 @@ void checkCaptions(LintContext& lint, qForms& control, const std::vector<Placed>
     for (const auto& [widget, number] : fixed) {
         const QWidget* shown = view.viewOf(*widget);
         const QString textKey = QLatin1String(number);
-        if (!shown || !cutsCaption(*widget, *shown) ||
+        if (!shown || !cutsShownCaption(*widget, *shown) ||
             !texts->value(QStringLiteral("Texts"), textKey))
             continue;
         lint.addAt(Severity::Warning, QStringLiteral("layout-caption-fit"),

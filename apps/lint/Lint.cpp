@@ -2,6 +2,9 @@
 
 #include "LayoutChecks.h"
 #include "LintContext.h"
+#include "Suggest.h"
+
+#include "LauncherConfig.h"
 
 #include "control/qForms.h"
 #include "gamedata/GameDataKeys.h"
@@ -175,6 +178,32 @@ void sortAndDeduplicate(Findings& findings)
     findings = std::move(kept);
 }
 
+// What the host's launcher.ini says about this file's game, and whether it
+// knows the game the lint was asked to check.
+void readHost(LintContext& lint)
+{
+    const QString file = lint.appPath + QStringLiteral("/launcher.ini");
+    if (!paths::isFile(file))
+        return;
+    const LauncherConfig config = readLauncherConfig(file);
+    QStringList names;
+    for (const GameEntry& game : config.games) {
+        names.append(game.name);
+        if (!lint.hostGroups && game.gameData.compare(lint.qgdName, Qt::CaseInsensitive) == 0)
+            lint.hostGroups = LintContext::HostGroups{game.name, game.modSelection,
+                                                      game.commandLineParameters, game.configs};
+    }
+    if (lint.gameName.isEmpty() || names.contains(lint.gameName, Qt::CaseInsensitive))
+        return;
+    const QString suggestion = closest(lint.gameName, names);
+    lint.addAt(Severity::Warning, QStringLiteral("ava-game"),
+               QStringLiteral("--game %1: launcher.ini has no such game%2")
+                   .arg(lint.gameName, suggestion.isEmpty()
+                                           ? QStringLiteral(" (it has %1)").arg(names.join(u", "))
+                                           : QStringLiteral("; did you mean %1?").arg(suggestion)),
+               0, file, std::nullopt);
+}
+
 QString relativeToWorkingFolder(const QString& path)
 {
     if (QFileInfo(path).isRelative())
@@ -199,6 +228,7 @@ Findings lintFile(const QString& qgdPath, const Options& options)
     if (!lint.document)
         throw Error(QStringLiteral("%1: cannot be read").arg(qgdPath));
 
+    readHost(lint);
     checkCount(lint);
     for (int entry = 1; entry <= lint.count; ++entry)
         lint.kinds[entry] = lint.entryValue(entry, gd::Type).value_or(QString()).toLower();

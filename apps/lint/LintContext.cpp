@@ -4,6 +4,8 @@
 #include "gamedata/ValueSyntax.h"
 #include "platform/Errors.h"
 
+#include <algorithm>
+
 namespace qf::lint {
 
 std::optional<QString> LintContext::value(const QString& key) const
@@ -66,23 +68,41 @@ bool isDisplayOnly(const LintContext& lint, int entry)
     }
 }
 
-QString arrayName(const QString& kind)
+const QStringList& kindWords()
 {
-    if (kind == gamedata::KindCheckBox)
-        return QStringLiteral("Check1");
-    if (kind == gamedata::KindOptionButton)
-        return QStringLiteral("Option1");
-    if (kind == gamedata::KindFrame)
-        return QStringLiteral("Frame1");
-    if (kind == gamedata::KindCombo)
-        return QStringLiteral("Combo1");
-    if (kind == gamedata::KindLabel)
-        return QStringLiteral("Label1");
-    if (kind == gamedata::KindLine)
-        return QStringLiteral("Line1");
-    if (kind == gamedata::KindText)
-        return QStringLiteral("Text1");
-    return {};
+    namespace gd = gamedata;
+    static const QStringList words = {gd::KindCheckBox, gd::KindOptionButton, gd::KindFrame,
+                                      gd::KindCombo,    gd::KindLabel,        gd::KindLine,
+                                      gd::KindText};
+    return words;
+}
+
+int LintContext::countOf(const QString& kind) const
+{
+    return int(std::count_if(entriesByElement.begin(), entriesByElement.end(),
+                             [&](const auto& built) { return built.first.first == kind; }));
+}
+
+QString LintContext::elementInWords(const QString& kind, int element) const
+{
+    const int entry = entryOf(kind, element);
+    return entry ? QStringLiteral("%1 (entry %2)").arg(widgetInWords(kind, element)).arg(entry)
+                 : widgetInWords(kind, element);
+}
+
+QString widgetInWords(const QString& kind, int element)
+{
+    const int tens = element % 100;
+    const char* suffix = tens >= 11 && tens <= 13 ? "th"
+                         : element % 10 == 1      ? "st"
+                         : element % 10 == 2      ? "nd"
+                         : element % 10 == 3      ? "rd"
+                                                  : "th";
+    const QString noun = kind == gamedata::KindCheckBox       ? QStringLiteral("check box")
+                         : kind == gamedata::KindOptionButton ? QStringLiteral("option button")
+                         : kind == gamedata::KindText         ? QStringLiteral("text box")
+                                                              : kind;
+    return QStringLiteral("the %1%2 %3").arg(element).arg(QLatin1String(suffix), noun);
 }
 
 QString entryKeyName(int entry, const QString& suffix)

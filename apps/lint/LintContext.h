@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <memory>
@@ -32,6 +33,16 @@ struct LintContext {
     std::map<int, IniDocument::Position> firstKeys;
     // (kind, element) -> entry, the other way round.
     std::map<std::pair<QString, int>, int> entriesByElement;
+    // The fixed groups the host switches on for this file's game, as the
+    // launcher.ini of the host folder says; nullopt when no game there names
+    // the file.
+    struct HostGroups {
+        QString game;
+        bool modSelection = false;
+        bool parameters = false;
+        bool configs = false;
+    };
+    std::optional<HostGroups> hostGroups;
     Findings findings;
 
     // The value of a key of section "Custom Controls", quotes stripped.
@@ -48,6 +59,11 @@ struct LintContext {
 
     // The entry that element `element` of the array of `kind` was built from; 0 for none.
     int entryOf(const QString& kind, int element) const;
+    // How many widgets of `kind` the builder made.
+    int countOf(const QString& kind) const;
+    // "the 9th check box (entry 14)", as the author counts: element 9 of the
+    // check boxes and the entry it was built from.
+    QString elementInWords(const QString& kind, int element) const;
 };
 
 // Records what the control's routines report.
@@ -68,8 +84,10 @@ public:
     std::vector<Built> built;
 };
 
-// The array name of a kind word ("checkbox" -> "Check1").
-QString arrayName(const QString& kind);
+// The words Type takes.
+const QStringList& kindWords();
+// "the 9th check box": the widget of a kind at a place in the page's order.
+QString widgetInWords(const QString& kind, int element);
 // "Control3Caption".
 QString entryKeyName(int entry, const QString& suffix);
 

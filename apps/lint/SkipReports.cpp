@@ -13,14 +13,6 @@ namespace {
 
 namespace gd = gamedata;
 
-const QStringList& kindWords()
-{
-    static const QStringList words = {gd::KindCheckBox, gd::KindOptionButton, gd::KindFrame,
-                                      gd::KindCombo,    gd::KindLabel,        gd::KindLine,
-                                      gd::KindText};
-    return words;
-}
-
 const QStringList& ruleKeywords()
 {
     static const QStringList words = {
@@ -133,6 +125,37 @@ void reportPairs(LintContext& lint, const PairSteps& pairSteps)
     }
 }
 
+// What is wrong with the target word of a rule ("checkbx2"), in the author's
+// terms; empty when the word is one the rules read.
+QString targetProblem(const QString& tag)
+{
+    const qsizetype separator = tag.indexOf(QLatin1String(";;"));
+    if (separator < 0)
+        return {};
+    const QString word = tag.left(separator).toLower();
+    qsizetype digits = 0;
+    while (digits < word.size() && word[word.size() - 1 - digits].isDigit())
+        ++digits;
+    const QString letters = word.left(word.size() - digits);
+    const QString number = word.right(digits);
+    static const QStringList targets = {QStringLiteral("checkbox"), QStringLiteral("option"),
+                                        QStringLiteral("combo")};
+    if (targets.contains(letters)) {
+        if (!number.isEmpty())
+            return {};
+        return QStringLiteral("the target \"%1\" has no number; write %1<n>, n counting the "
+                              "%2s of the page from 1")
+            .arg(letters, letters == targets[0]   ? QStringLiteral("check boxe")
+                          : letters == targets[1] ? QStringLiteral("option button")
+                                                  : QStringLiteral("combo"));
+    }
+    const QString suggestion = closest(letters, targets);
+    if (suggestion.isEmpty())
+        return {};
+    return QStringLiteral("the target \"%1\" is misspelled; write %2%3")
+        .arg(word, suggestion, number.isEmpty() ? QStringLiteral("<n>") : number);
+}
+
 void ruleStep(LintContext& lint, const SkippedStep& step)
 {
     static const QRegularExpression widget(QStringLiteral("^(Check1|Option1)\\((\\d+)\\)$"));
@@ -142,12 +165,34 @@ void ruleStep(LintContext& lint, const SkippedStep& step)
     const QString kind = match.captured(1) == u"Check1" ? gd::KindCheckBox : gd::KindOptionButton;
     const int entry = lint.entryOf(kind, match.captured(2).toInt());
     const QString key = entryKeyName(entry, gd::VisualFunction);
+    if (const QString problem = targetProblem(step.value); !problem.isEmpty()) {
+        lint.add(Severity::Error, QStringLiteral("rules-target"),
+                 QStringLiteral("%1: \"%2\": %3").arg(key, step.value, problem), entry, key,
+                 true);
+        return;
+    }
     QString check = QStringLiteral("rules-syntax");
     QString message = QStringLiteral("%1: \"%2\": %3").arg(key, step.value, step.reason);
+    static const QRegularExpression missing(
+        QStringLiteral("^there is no (Check1|Option1|Combo1)\\((-?\\d+)\\)"));
+    if (const QRegularExpressionMatch none = missing.match(step.reason); none.hasMatch()) {
+        const QString array = none.captured(1);
+        const QString targetKind = array == u"Check1"    ? gd::KindCheckBox
+                                   : array == u"Option1" ? gd::KindOptionButton
+                                                         : gd::KindCombo;
+        const int index = none.captured(2).toInt();
+        const int count = lint.countOf(targetKind);
+        lint.add(Severity::Error, QStringLiteral("rules-target"),
+                 QStringLiteral("%1: \"%2\": the rule names %3, but there are only %4: the "
+                                "rule does nothing")
+                     .arg(key, step.value, widgetInWords(targetKind, index))
+                     .arg(count),
+                 entry, key, true);
+        return;
+    }
     if (step.reason.contains(QLatin1String("which a combo does not have")))
         check = QStringLiteral("rules-combo-value");
-    else if (step.reason.contains(QLatin1String("there is no")) ||
-             step.reason.contains(QLatin1String("not a number")))
+    else if (step.reason.contains(QLatin1String("not a number")))
         check = QStringLiteral("rules-target");
     else if (step.reason.contains(QLatin1String("is not a rule keyword"))) {
         const QString keyword = step.value.mid(step.value.indexOf(QLatin1String(";;")) + 2);
@@ -180,14 +225,6 @@ void reportSkippedSteps(LintContext& lint, const std::vector<SkippedStep>& steps
             builderStep(lint, step, language, pairSteps);
         } else if (step.routine == u"Check1_Click" || step.routine == u"Option1_Click") {
             ruleStep(lint, step);
-        } else if (step.routine == u"qSaveSettings" && step.entry > 0 &&
-                   step.key == gd::ControlKey && !isDisplayOnly(lint, step.entry)) {
-            const QString key = entryKeyName(step.entry, gd::ControlKey);
-            lint.add(Severity::Warning, QStringLiteral("storage-no-key"),
-                     QStringLiteral("entry %1 has no %2; its value is never saved")
-                         .arg(step.entry)
-                         .arg(key),
-                     step.entry, entryKeyName(step.entry, gd::Type));
         } else if (step.routine == u"qLoadSettings" && step.key == gd::ControlDefaultValue &&
                    hasKey) {
             const QString key = entryKeyName(step.entry, gd::ControlDefaultValue);

@@ -1,4 +1,5 @@
 #include "LintContext.h"
+#include "Suggest.h"
 
 #include "gamedata/GameData.h"
 #include "gamedata/GameDataKeys.h"
@@ -18,10 +19,26 @@ bool isValued(const QString& kind)
            k == gd::Kind::Text;
 }
 
+// The place each entry takes among the widgets of its kind once the file's
+// misspelled kinds are fixed: advice on Index must hold after that fix too.
+std::map<int, int> intendedElements(const LintContext& lint)
+{
+    std::map<int, int> elements;
+    QHash<QString, int> counted;
+    for (const auto& [entry, kind] : lint.kinds) {
+        const QString meant =
+            gd::kindOf(kind) != gd::Kind::None ? kind : closest(kind, kindWords()).toLower();
+        if (!meant.isEmpty() && !kind.isEmpty())
+            elements[entry] = ++counted[meant];
+    }
+    return elements;
+}
+
 // Saving and loading address the widget by Index, the builder numbers the
 // entries of a kind 1, 2, 3...: when the two differ another widget's value
 // is stored under this entry's key.
-void checkIndex(LintContext& lint, int entry, const QString& kind)
+void checkIndex(LintContext& lint, int entry, const QString& kind,
+                const std::map<int, int>& intended)
 {
     const auto built = lint.elements.find(entry);
     if (built == lint.elements.end())
@@ -38,22 +55,25 @@ void checkIndex(LintContext& lint, int entry, const QString& kind)
                  entry, key, true);
         return;
     }
-    if (index == built->second)
+    const auto meant = intended.find(entry);
+    const int place = meant == intended.end() ? built->second : meant->second;
+    if (index == place)
         return;
-    const QString array = arrayName(kind);
-    const int other = lint.entryOf(kind, index);
-    const QString instead =
-        other ? QStringLiteral("%1(%2), entry %3").arg(array).arg(index).arg(other)
-              : QStringLiteral("%1(%2), which does not exist, so nothing").arg(array).arg(index);
+    const QString written =
+        lint.entryValue(entry, gd::Index) ? indexText : QStringLiteral("1 (missing)");
+    QString what;
+    if (place != built->second)
+        what = QStringLiteral("once the misspelled Types are fixed this entry is %1")
+                   .arg(widgetInWords(kind, place));
+    else if (lint.entryOf(kind, index))
+        what = QStringLiteral("this entry is %1, and the value of %2 is stored instead")
+                   .arg(widgetInWords(kind, place), lint.elementInWords(kind, index));
+    else
+        what = QStringLiteral("this entry is %1, and there is no %2, so nothing is stored")
+                   .arg(widgetInWords(kind, place), widgetInWords(kind, index));
     lint.add(Severity::Warning, QStringLiteral("storage-index"),
-             QStringLiteral("%1: %2, but the builder makes this entry %3(%4); the value of %5 "
-                            "is stored instead%6")
-                 .arg(key,
-                      lint.entryValue(entry, gd::Index) ? indexText : QStringLiteral("1 (missing)"),
-                      array)
-                 .arg(built->second)
-                 .arg(instead, QStringLiteral("; set %1=%2").arg(key).arg(built->second)),
-             entry, key, true);
+             QStringLiteral("%1: %2, but %3; set %1=%4").arg(key, written, what).arg(place), entry,
+             key, true);
 }
 
 void checkDefault(LintContext& lint, int entry, const QString& kind)
@@ -75,13 +95,26 @@ void checkStorage(LintContext& lint)
     // Key -> the entries that save under it, in saving order.
     QHash<QString, QList<int>> owners;
     QList<QString> order;
+    const std::map<int, int> intended = intendedElements(lint);
     for (const auto& [entry, kind] : lint.kinds) {
         if (!isValued(kind))
             continue;
         const std::optional<QString> controlKey = lint.entryValue(entry, gd::ControlKey);
-        if (!controlKey || controlKey->isEmpty())
-            continue; // never saved: said once, by the saving routine's report
-        checkIndex(lint, entry, kind);
+        if (!controlKey || controlKey->isEmpty()) {
+            // Saving reads the widget before the key: an Index that names no
+            // widget hides the missing key from the routines' own report.
+            if (isDisplayOnly(lint, entry) || !lint.elements.contains(entry))
+                continue;
+            const QString key = entryKeyName(entry, gd::ControlKey);
+            lint.add(Severity::Warning, QStringLiteral("storage-no-key"),
+                     QStringLiteral("entry %1 has no %2; its value is never saved")
+                         .arg(entry)
+                         .arg(key),
+                     entry, entryKeyName(entry, gd::Type));
+            checkIndex(lint, entry, kind, intended);
+            continue;
+        }
+        checkIndex(lint, entry, kind, intended);
         checkDefault(lint, entry, kind);
         const QString folded = *controlKey; // the store tells keys apart by letter case
         if (!owners.contains(folded))
