@@ -34,7 +34,7 @@ GameDataDocument GameDataDocument::parse(QByteArray bytes)
         throw EditError(QStringLiteral("the file is UTF-16; save it as UTF-8 to edit it"));
     qsizetype start = b.startsWith("\xEF\xBB\xBF") ? 3 : 0;
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    (void)utf8.decode(QByteArrayView(b).sliced(start));
+    const QString decoded = utf8(QByteArrayView(b).sliced(start));
     doc.m_encoding = utf8.hasError() ? Encoding::Windows1252 : Encoding::Utf8;
     const auto decode = [&](qsizetype from, qsizetype to) {
         const QByteArray part = b.sliced(from, to - from);
