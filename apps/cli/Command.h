@@ -38,6 +38,7 @@ struct Command {
 extern const Command readCommand;
 extern const Command versionCommand;
 extern const Command lintCommand;
+extern const Command editCommand;
 extern const Command previewCommand;
 extern const Command helpCommand;
 

@@ -10,7 +10,7 @@ const Command previewCommand{preview::CommandName, preview::Synopsis, preview::D
 std::span<const Command* const> commands()
 {
     static const Command* const all[] = {&readCommand, &versionCommand, &lintCommand,
-                                         &previewCommand, &helpCommand};
+                                         &editCommand, &previewCommand, &helpCommand};
     return all;
 }
 

@@ -1,0 +1,160 @@
+#include "GameDataDocument.h"
+
+#include "platform/IniDocument.h"
+#include "platform/TextDecoding.h"
+
+#include <QStringDecoder>
+
+namespace qf::editing {
+
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r' || c == 0x1A;
+}
+
+// [begin, end) without the blanks around it.
+void trim(const QByteArray& bytes, qsizetype& begin, qsizetype& end)
+{
+    while (begin < end && isBlank(bytes.at(begin)))
+        ++begin;
+    while (end > begin && isBlank(bytes.at(end - 1)))
+        --end;
+}
+
+} // namespace
+
+GameDataDocument GameDataDocument::parse(QByteArray bytes)
+{
+    GameDataDocument doc;
+    doc.m_bytes = std::move(bytes);
+    const QByteArray& b = doc.m_bytes;
+    if (b.startsWith("\xFF\xFE") || b.startsWith("\xFE\xFF"))
+        throw EditError(QStringLiteral("the file is UTF-16; save it as UTF-8 to edit it"));
+    qsizetype start = b.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString decoded = utf8(QByteArrayView(b).sliced(start));
+    doc.m_encoding = utf8.hasError() ? Encoding::Windows1252 : Encoding::Utf8;
+    const auto decode = [&](qsizetype from, qsizetype to) {
+        const QByteArray part = b.sliced(from, to - from);
+        return doc.m_encoding == Encoding::Utf8 ? QString::fromUtf8(part) : decodeWindows1252(part);
+    };
+
+    const qsizetype firstEnd = b.indexOf('\n');
+    const qsizetype firstCr = b.indexOf('\r');
+    if (firstCr >= 0 && (firstEnd < 0 || firstCr < firstEnd))
+        doc.m_lineEnd = b.mid(firstCr, 2) == "\r\n" ? "\r\n" : "\r";
+
+    int section = -1;
+    while (start < b.size()) {
+        Line line;
+        line.begin = start;
+        qsizetype end = start;
+        while (end < b.size() && b.at(end) != '\n' && b.at(end) != '\r')
+            ++end;
+        line.end = end;
+        line.next = end;
+        if (line.next < b.size())
+            line.next += b.at(end) == '\r' && end + 1 < b.size() && b.at(end + 1) == '\n' ? 2 : 1;
+        start = line.next;
+
+        // A NUL ends what the reader sees of the line.
+        const qsizetype nul = b.indexOf('\0', line.begin);
+        qsizetype textBegin = line.begin, textEnd = nul >= 0 && nul < end ? nul : end;
+        trim(b, textBegin, textEnd);
+        const qsizetype close = b.lastIndexOf(']', textEnd - 1);
+        if (textBegin == textEnd) {
+            line.kind = Line::Kind::Blank;
+        } else if (b.at(textBegin) == '[' && close > textBegin) {
+            line.kind = Line::Kind::Header;
+            line.nameBegin = textBegin + 1;
+            line.nameEnd = close;
+            trim(b, line.nameBegin, line.nameEnd);
+            line.name = decode(line.nameBegin, line.nameEnd);
+            section = int(doc.m_lines.size());
+        } else {
+            line.kind = Line::Kind::Key;
+            const qsizetype equals = b.indexOf('=', textBegin);
+            line.hasValue = equals >= 0 && equals < textEnd;
+            line.nameBegin = textBegin;
+            line.nameEnd = line.hasValue ? equals : textEnd;
+            trim(b, line.nameBegin, line.nameEnd);
+            line.name = decode(line.nameBegin, line.nameEnd);
+            if (line.hasValue) {
+                line.valueBegin = equals + 1;
+                line.valueEnd = textEnd;
+                trim(b, line.valueBegin, line.valueEnd);
+                if (line.valueBegin == line.valueEnd)
+                    line.valueBegin = line.valueEnd = equals + 1;
+                line.value = decode(line.valueBegin, line.valueEnd);
+            }
+        }
+        line.section = section;
+        doc.m_lines.push_back(line);
+    }
+    return doc;
+}
+
+QByteArray GameDataDocument::encode(const QString& text) const
+{
+    if (m_encoding == Encoding::Utf8)
+        return text.toUtf8();
+    static const QString table = [] {
+        QByteArray all(256, '\0');
+        for (int i = 0; i < 256; ++i)
+            all[i] = char(i);
+        return decodeWindows1252(all);
+    }();
+    QByteArray out;
+    for (const QChar c : text) {
+        const qsizetype byte = table.indexOf(c);
+        if (byte < 0)
+            throw EditError(
+                QStringLiteral("\"%1\" cannot be written in the file's encoding, Windows-1252")
+                    .arg(c));
+        out += char(byte);
+    }
+    return out;
+}
+
+std::optional<int> GameDataDocument::section(const QString& name) const
+{
+    const QString wanted = name.trimmed();
+    for (int i = 0; i < int(m_lines.size()); ++i)
+        if (m_lines[i].kind == Line::Kind::Header &&
+            m_lines[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
+            return i;
+    return std::nullopt;
+}
+
+std::vector<int> GameDataDocument::keyLines(int header) const
+{
+    std::vector<int> keys;
+    for (int i = header + 1; i < int(m_lines.size()) && m_lines[i].section == header; ++i)
+        if (m_lines[i].kind == Line::Kind::Key)
+            keys.push_back(i);
+    return keys;
+}
+
+std::optional<int> GameDataDocument::keyLine(const QString& section, const QString& key) const
+{
+    const std::optional<int> header = this->section(section);
+    if (!header)
+        return std::nullopt;
+    const QString wanted = key.trimmed();
+    for (const int i : keyLines(*header))
+        if (m_lines[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
+            return i;
+    return std::nullopt;
+}
+
+std::optional<QString> GameDataDocument::value(const QString& section, const QString& key) const
+{
+    const std::optional<int> line = keyLine(section, key);
+    if (!line || !m_lines[*line].hasValue)
+        return std::nullopt;
+    return IniDocument::stripQuotes(m_lines[*line].value).left(1023);
+}
+
+} // namespace qf::editing
