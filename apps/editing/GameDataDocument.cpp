@@ -3,8 +3,6 @@
 #include "platform/IniDocument.h"
 #include "platform/TextDecoding.h"
 
-#include <QStringDecoder>
-
 namespace qf::editing {
 
 namespace {
@@ -33,9 +31,10 @@ GameDataDocument GameDataDocument::parse(QByteArray bytes)
     if (b.startsWith("\xFF\xFE") || b.startsWith("\xFE\xFF"))
         throw EditError(QStringLiteral("the file is UTF-16; save it as UTF-8 to edit it"));
     qsizetype start = b.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString decoded = utf8(QByteArrayView(b).sliced(start));
-    doc.m_encoding = utf8.hasError() ? Encoding::Windows1252 : Encoding::Utf8;
+    // As the reader decides: UTF-8 after a byte order mark or when the bytes
+    // are valid UTF-8, else Windows-1252.
+    doc.m_encoding =
+        start > 0 || QByteArrayView(b).isValidUtf8() ? Encoding::Utf8 : Encoding::Windows1252;
     const auto decode = [&](qsizetype from, qsizetype to) {
         const QByteArray part = b.sliced(from, to - from);
         return doc.m_encoding == Encoding::Utf8 ? QString::fromUtf8(part) : decodeWindows1252(part);
