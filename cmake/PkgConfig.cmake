@@ -17,11 +17,12 @@ set(QFORMS_PC_QT "${Qt6_VERSION_MAJOR}.${Qt6_VERSION_MINOR}")
 
 # -std=c++20 is in Cflags because the headers need it (defaulted comparisons,
 # requires-expressions, std::erase_if) and compilers still default to C++17;
-# the CMake targets carry the same as a usage requirement. -fPIC because Qt is
-# built with reduce-relocations: its CMake targets give it to their users, its
-# .pc files do not, and a program built as PIE alone gets its own copies of
-# Qt's meta-objects, so qobject_cast and findChildren on the view's widgets
-# find nothing.
+# the CMake targets carry the same as a usage requirement. -fPIC, which Qt
+# built with reduce-relocations needs of every program that uses it, is not:
+# Debian's packages refuse code-generation flags in .pc files, and Qt's own
+# leave it out too, so a host adds it as for any Qt program. Without it a
+# program built as PIE gets its own copies of Qt's meta-objects, and
+# qobject_cast and findChildren on the view's widgets find nothing.
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/pkgconfig/qForms.pc @ONLY CONTENT [[
 prefix=@QFORMS_PC_PREFIX@
 libdir=@QFORMS_PC_LIBDIR@
@@ -32,7 +33,7 @@ Description: @PROJECT_DESCRIPTION@, headless (Qt Core only)
 Version: @PROJECT_VERSION@
 Requires: Qt6Core >= @QFORMS_PC_QT@
 Libs: -L${libdir} -lqForms
-Cflags: -I${includedir} -std=c++20 -fPIC
+Cflags: -I${includedir} -std=c++20
 ]])
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/pkgconfig/qFormsView.pc @ONLY CONTENT [[
 prefix=@QFORMS_PC_PREFIX@

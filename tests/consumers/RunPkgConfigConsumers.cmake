@@ -23,7 +23,8 @@ foreach(consumer IN ITEMS headless:qForms:tests/consumers/headless view:qFormsVi
     list(GET consumer 0 name)
     list(GET consumer 1 package)
     list(GET consumer 2 folder)
-    set(command "${CXX_COMPILER} ${CXX_FLAGS} ${SOURCE_DIR}/${folder}/main.cpp \
+    # -fPIC as every program that uses Debian's Qt needs it.
+    set(command "${CXX_COMPILER} ${CXX_FLAGS} -fPIC ${SOURCE_DIR}/${folder}/main.cpp \
 $(pkg-config --cflags --libs ${package}) -o ${WORK_DIR}/${name}")
     message(STATUS "${command}")
     execute_process(COMMAND sh -c ${command} COMMAND_ERROR_IS_FATAL ANY)
