@@ -260,6 +260,23 @@ void renumberKeys(LineChanges& changes, const GameDataDocument& doc, int count,
         else if (*n != key.entry)
             changes.renumber(line, key.digitsBegin, key.digitsLength, *n);
     }
+    // A removed entry that stood between blank lines takes one of them along,
+    // so the gaps between entries stay one line.
+    const auto& lines = doc.lines();
+    const auto blank = [&](size_t i) {
+        return i < lines.size() && lines[i].kind == GameDataDocument::Line::Kind::Blank &&
+               !changes.isRemoved(int(i));
+    };
+    for (size_t first = 0; first < lines.size(); ++first) {
+        if (!changes.isRemoved(int(first)))
+            continue;
+        size_t last = first;
+        while (last + 1 < lines.size() && changes.isRemoved(int(last + 1)))
+            ++last;
+        if (first > 0 && blank(first - 1) && blank(last + 1))
+            changes.removeLine(int(last + 1));
+        first = last;
+    }
 }
 
 EditResult setOtherSection(const GameDataDocument& doc, const QString& section, const QString& key,
