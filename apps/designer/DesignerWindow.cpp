@@ -5,6 +5,7 @@
 #include "GamePage.h"
 #include "Lint.h"
 #include "PageEntries.h"
+#include "PropertyEditors.h"
 #include "ScratchSettingsStore.h"
 #include "context/ControlWidgets.h"
 #include "control/qForms.h"
@@ -375,19 +376,23 @@ void DesignerWindow::showProperties()
     const GameDataDocument doc = GameDataDocument::parse(bytes());
     const auto header = doc.section(Section);
     if (entry > 0 && header) {
+        const editing::PageEntries page = editing::PageEntries::read(doc);
+        const QString kind = editing::PageEntries::kindOf(doc, entry);
         form->addRow(new QLabel(tr("<b>Entry %1</b>").arg(entry), panel));
         for (const int index : doc.keyLines(*header)) {
             const GameDataDocument::Line& line = doc.lines()[size_t(index)];
             const auto key = editing::parseEntryKey(line.name);
             if (!key || key->entry != entry || doc.keyLine(Section, line.name) != index)
                 continue;
-            auto* edit = new QLineEdit(line.value, panel);
+            const QString suffix = editing::knownSuffix(key->suffix);
+            const QString name = line.name;
+            // Applied once the panel that raised it is replaced.
+            const Commit commit = [this, name](const QString& value) {
+                QTimer::singleShot(0, this, [this, name, value] { setKeyValue(name, value); });
+            };
+            QWidget* edit = keyEditor(suffix.isEmpty() ? key->suffix : suffix, kind, line.value,
+                                      page, commit, panel);
             edit->setObjectName(line.name);
-            const QString name = line.name, value = line.value;
-            connect(edit, &QLineEdit::editingFinished, this, [this, edit, name, value] {
-                if (edit->text() != value)
-                    setKeyValue(name, edit->text());
-            });
             form->addRow(key->suffix, edit);
         }
     } else {
