@@ -15,6 +15,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDir>
 #include <QDockWidget>
 #include <QFile>
@@ -375,10 +376,22 @@ void DesignerWindow::showProperties()
     const int entry = m_overlay->selected();
     const GameDataDocument doc = GameDataDocument::parse(bytes());
     const auto header = doc.section(Section);
+    // Every entry can be chosen here, lines too, which the page cannot pick.
+    auto* entries = new QComboBox(panel);
+    entries->setObjectName(QStringLiteral("entry"));
+    entries->addItem(tr("(none)"), 0);
+    const int count = editing::PageEntries::read(doc).count.value_or(0);
+    for (int n = 1; n <= count; ++n) {
+        const QString type = editing::PageEntries::kindOf(doc, n);
+        entries->addItem(tr("%1: %2").arg(n).arg(type.isEmpty() ? tr("no type") : type), n);
+    }
+    entries->setCurrentIndex(std::max(0, entries->findData(entry)));
+    connect(entries, &QComboBox::activated, this,
+            [this, entries](int row) { select(entries->itemData(row).toInt()); });
+    form->addRow(tr("Entry"), entries);
     if (entry > 0 && header) {
         const editing::PageEntries page = editing::PageEntries::read(doc);
         const QString kind = editing::PageEntries::kindOf(doc, entry);
-        form->addRow(new QLabel(tr("<b>Entry %1</b>").arg(entry), panel));
         for (const int index : doc.keyLines(*header)) {
             const GameDataDocument::Line& line = doc.lines()[size_t(index)];
             const auto key = editing::parseEntryKey(line.name);
