@@ -571,10 +571,16 @@ bool DesignerWindow::save()
 }
 
 // A file saved by renaming a new one over it leaves the watcher: watch it
-// again, and its folder so a file that comes back is noticed.
+// again, and the folders so a file that comes back is noticed. The language
+// files are watched too: the page shows their texts.
 void DesignerWindow::watchFile()
 {
-    const QStringList paths{m_source.gameDataPath, QFileInfo(m_source.gameDataPath).absolutePath()};
+    const QDir languages(m_source.appPath + QStringLiteral("/Data/Languages"));
+    QStringList paths{m_source.gameDataPath, QFileInfo(m_source.gameDataPath).absolutePath(),
+                      languages.absolutePath()};
+    for (const QFileInfo& file :
+         languages.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name))
+        paths.append(file.absoluteFilePath());
     const QStringList watched = m_watcher->files() + m_watcher->directories();
     for (const QString& path : paths)
         if (!watched.contains(path) && QFileInfo::exists(path))
@@ -588,8 +594,12 @@ void DesignerWindow::fileChanged()
     if (!file.open(QIODevice::ReadOnly))
         return; // gone for now; the folder's watch sees it come back
     const QByteArray disk = file.readAll();
-    if (disk == m_saved)
+    if (disk == m_saved) {
+        // A language file, or our own save: the texts may have changed.
+        rebuildPage();
+        m_lintSoon->start();
         return;
+    }
     try {
         GameDataDocument::parse(disk);
     } catch (const editing::EditError& error) {
