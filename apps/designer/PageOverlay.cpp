@@ -39,9 +39,8 @@ void PageOverlay::setPixelsPerTwip(double pixelsPerTwip)
 void PageOverlay::setEntries(std::vector<EntryBox> entries)
 {
     m_entries = std::move(entries);
+    // A selected line stays selected: it has no box but keys to edit.
     m_drag.reset();
-    if (m_selected && !box(m_selected))
-        select(0);
     update();
 }
 
