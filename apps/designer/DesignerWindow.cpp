@@ -207,8 +207,8 @@ void DesignerWindow::buildActions()
     QMenu* viewMenu = menuBar()->addMenu(tr("&View"));
     // The groups the host shows for this game; all of them for a game it does
     // not list, so nothing is placed where a host may show one.
-    const QString name = QDir(m_source.appPath + QStringLiteral("/Data"))
-                             .relativeFilePath(QFileInfo(m_source.gameDataPath).absoluteFilePath());
+    const QString name = QDir(m_scratch.appPath() + QStringLiteral("/Data"))
+                             .relativeFilePath(m_scratch.gameDataPath());
     std::optional<GameEntry> known;
     for (const GameEntry& game :
          readLauncherConfig(m_source.appPath + QStringLiteral("/launcher.ini")).games)

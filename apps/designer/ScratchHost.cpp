@@ -8,7 +8,11 @@ namespace qf::designer {
 
 ScratchHost::ScratchHost(const QString& appPath, const QString& gameDataPath)
 {
-    const QDir realData(appPath + QStringLiteral("/Data"));
+    // The host's Data folder in whatever letter case it has.
+    QDir realData(appPath + QStringLiteral("/Data"));
+    for (const QFileInfo& entry : QDir(appPath).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot))
+        if (entry.fileName().compare(QLatin1String("Data"), Qt::CaseInsensitive) == 0)
+            realData.setPath(entry.absoluteFilePath());
     const QDir data(m_folder.filePath(QStringLiteral("Data")));
     m_gameDataPath =
         data.filePath(realData.relativeFilePath(QFileInfo(gameDataPath).absoluteFilePath()));
