@@ -40,6 +40,7 @@ extern const Command versionCommand;
 extern const Command lintCommand;
 extern const Command editCommand;
 extern const Command previewCommand;
+extern const Command designCommand;
 extern const Command helpCommand;
 
 // Every command, in the order the help lists them.

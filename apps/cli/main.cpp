@@ -3,6 +3,7 @@
 // own file and is listed in Commands.cpp.
 
 #include "Command.h"
+#include "DesignCommand.h"
 #include "PreviewCommand.h"
 
 #include <QApplication>
@@ -34,9 +35,11 @@ int dispatch(const QStringList& args, Io& io)
 
 int main(int argc, char** argv)
 {
-    // preview makes its own GUI application, with its own platform choice.
+    // preview and design make their own GUI application, with its own platform choice.
     if (argc > 1 && qf::preview::CommandName == QLatin1StringView(argv[1]))
         return qf::preview::runPreviewCommand(argc, argv);
+    if (argc > 1 && qf::designer::CommandName == QLatin1StringView(argv[1]))
+        return qf::designer::runDesignCommand(argc, argv);
     // The lint measures captions with the view's widgets, which need a
     // platform; it shows no window, so the offscreen one will do. The other
     // commands run without any.
