@@ -227,6 +227,7 @@ TEST(EditingCore, TheCommandWritesTheEditOrLeavesTheFileAsItWas)
                                    {u"delete"_s, u"2"_s},
                                    {u"add"_s, u"button"_s},
                                    {u"move"_s, u"1"_s, u"120"_s},
+                                   {u"set"_s, u"Control1Caption"_s, u"two\rlines"_s},
                                    {u"frob"_s}}) {
         const auto [code, err] = edit(bad);
         EXPECT_EQ(code, 2) << bad.join(u' ').toStdString();
