@@ -103,21 +103,54 @@ QString entryKey(int entry, const QString& suffix)
     return QStringLiteral("Control%1%2").arg(entry).arg(suffix);
 }
 
-// The entries the author can grab: lines are placed by their end points and
-// are edited in the property panel.
+// The entries the author can grab: boxes by Location and Size, lines by
+// their ends (X-Location "X1xX2", Y-Location "Y2xY1").
 std::vector<EntryBox> entryBoxes(const GameDataDocument& doc)
 {
     std::vector<EntryBox> boxes;
     for (const auto& [entry, widget] : editing::PageEntries::read(doc).widgets) {
+        if (widget.kind == u"line") {
+            const auto xs =
+                pairOf(doc.value(Section, entryKey(entry, QStringLiteral("X-Location"))));
+            const auto ys =
+                pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Y-Location"))));
+            if (!xs || !ys)
+                continue;
+            const int left = std::min(xs->first, xs->second);
+            const int top = std::min(ys->first, ys->second);
+            boxes.push_back({entry, widget.kind,
+                             QRect(left, top, std::max(xs->first, xs->second) - left,
+                                   std::max(ys->first, ys->second) - top)});
+            continue;
+        }
         const auto location =
             pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Location"))));
         const auto size = pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Size"))));
-        if (widget.kind == u"line" || !location || !size)
+        if (!location || !size)
             continue;
         boxes.push_back({entry, widget.kind,
                          QRect(location->first, location->second, size->second, size->first)});
     }
     return boxes;
+}
+
+// A line moved by (dx, dy): both ends of each key shift, in the order written.
+QByteArray movedLine(const GameDataDocument& doc, int entry, int dx, int dy)
+{
+    QByteArray bytes = doc.bytes();
+    for (const auto& [suffix, by] : {std::pair{QStringLiteral("X-Location"), dx},
+                                     std::pair{QStringLiteral("Y-Location"), dy}}) {
+        const GameDataDocument current = GameDataDocument::parse(bytes);
+        const QString key = entryKey(entry, suffix);
+        const auto ends = pairOf(current.value(Section, key));
+        if (!ends)
+            continue;
+        bytes =
+            editing::setKey(current, key,
+                            QStringLiteral("%1x%2").arg(ends->first + by).arg(ends->second + by))
+                .bytes;
+    }
+    return bytes;
 }
 
 QRect twipsOf(std::initializer_list<const Widget*> widgets)
@@ -441,12 +474,16 @@ void DesignerWindow::place(int entry, const QRect& twips)
     try {
         GameDataDocument doc = GameDataDocument::parse(bytes());
         QByteArray result = doc.bytes();
-        const QRect old = [&] {
-            for (const EntryBox& box : entryBoxes(doc))
-                if (box.entry == entry)
-                    return box.twips;
-            return QRect();
-        }();
+        EntryBox had;
+        for (const EntryBox& box : entryBoxes(doc))
+            if (box.entry == entry)
+                had = box;
+        const QRect old = had.twips;
+        if (had.kind == u"line") {
+            // A line has no handles: a gesture only moves its ends.
+            apply(movedLine(doc, entry, twips.x() - old.x(), twips.y() - old.y()), true);
+            return;
+        }
         if (twips.topLeft() != old.topLeft()) {
             result = editing::moveEntry(doc, entry,
                                         QStringLiteral("%1x%2").arg(twips.x()).arg(twips.y()))

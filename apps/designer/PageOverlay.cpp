@@ -12,6 +12,7 @@ namespace qf::designer {
 namespace {
 
 constexpr int HandleSize = 7;
+constexpr int LineGrip = 3; // pixels
 
 // Which edges each handle moves, in the order handles() gives them.
 struct Edges {
@@ -80,7 +81,8 @@ QRect PageOverlay::pixels(const QRect& twips) const
 std::vector<QRect> PageOverlay::handles() const
 {
     const EntryBox* chosen = box(m_selected);
-    if (!chosen)
+    // A line is only moved: its length is in its keys.
+    if (!chosen || chosen->kind == u"line")
         return {};
     const QRect r = pixels(m_drag ? m_drag->current : chosen->twips);
     const int xs[] = {r.left(), r.center().x(), r.left() + r.width()};
@@ -99,7 +101,9 @@ int PageOverlay::entryAt(const QPoint& pixel) const
 {
     int frame = 0;
     for (auto it = m_entries.rbegin(); it != m_entries.rend(); ++it) {
-        if (!pixels(it->twips).contains(pixel))
+        // A line's box is as thin as the line: a few pixels either side grab it.
+        const int grip = it->kind == u"line" ? LineGrip : 0;
+        if (!pixels(it->twips).adjusted(-grip, -grip, grip, grip).contains(pixel))
             continue;
         if (it->kind != u"frame")
             return it->entry;

@@ -54,6 +54,14 @@ TEST(Designer, DragResizeAndArrowKeysSnapUndoSaveAndKeepUnsavedEditsOverAnOutsid
     QTest::mousePress(overlay, Qt::LeftButton, {}, corner);
     QTest::mouseMove(overlay, corner + QPoint(15, 2));
     QTest::mouseRelease(overlay, Qt::LeftButton, {}, corner + QPoint(30, 5));
+    // The line (entry 18) is grabbed on its one-pixel stroke and moved by both
+    // ends: 8, 4 pixels from 120, 2580 snap to 240, 2640.
+    const QPoint stroke = overlay->pixels({3000, 2580, 0, 0}).topLeft();
+    QTest::mousePress(overlay, Qt::LeftButton, {}, stroke);
+    QTest::mouseMove(overlay, stroke + QPoint(4, 2));
+    QTest::mouseRelease(overlay, Qt::LeftButton, {}, stroke + QPoint(8, 4));
+    EXPECT_EQ(overlay->selected(), 18);
+    overlay->select(4);
     // One pixel right, unsnapped, then taken back.
     QTest::keyClick(overlay, Qt::Key_Right);
     EXPECT_TRUE(window.bytes().contains("Control4Location=495x1560"));
@@ -62,7 +70,9 @@ TEST(Designer, DragResizeAndArrowKeysSnapUndoSaveAndKeepUnsavedEditsOverAnOutsid
 
     QByteArray expected = original;
     expected.replace("Control4Location=240x1380", "Control4Location=480x1560")
-        .replace("Control4Size=255x1455", "Control4Size=360x1920");
+        .replace("Control4Size=255x1455", "Control4Size=360x1920")
+        .replace("Control18X-Location=120x6615", "Control18X-Location=240x6735")
+        .replace("Control18Y-Location=2580x2580", "Control18Y-Location=2640x2640");
     EXPECT_EQ(contents(file), expected);
     EXPECT_FALSE(window.isModified());
 
