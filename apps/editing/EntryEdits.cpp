@@ -8,8 +8,11 @@
 #include "gamedata/ValueSyntax.h"
 #include "platform/IniDocument.h"
 
+#include <QPoint>
+#include <QRect>
 #include <QSet>
 
+#include <algorithm>
 #include <functional>
 #include <set>
 
@@ -369,6 +372,38 @@ EditResult setPlacement(const GameDataDocument& doc, int entry, const QString& s
     return {changes.result(), {}};
 }
 
+// Where a new widget of this size goes: the first spot on a 120-twip grid in
+// the band the host's fixed widgets leave free whatever it shows (top 1575 to
+// 2520), clear of every entry placed there; the band's corner when none is.
+QPoint freeSpot(const GameDataDocument& doc, const PageEntries& page, int height, int width)
+{
+    constexpr int Top = 1680, Bottom = 2520, Left = 120, Right = 6615, Step = 120;
+    const auto pairOf = [&](int entry, const QString& suffix) -> std::optional<QPoint> {
+        const std::optional<QString> value = doc.value(gd::Section, gd::entryKey(entry, suffix));
+        const QStringList parts =
+            value ? value->split(u'x', Qt::KeepEmptyParts, Qt::CaseInsensitive) : QStringList();
+        bool a = false, b = false;
+        const QPoint p = parts.size() == 2
+                             ? QPoint(parts[0].trimmed().toInt(&a), parts[1].trimmed().toInt(&b))
+                             : QPoint();
+        return a && b ? std::optional(p) : std::nullopt;
+    };
+    std::vector<QRect> taken;
+    for (const auto& [entry, widget] : page.widgets) {
+        const auto at = pairOf(entry, gd::Location), size = pairOf(entry, gd::Size);
+        if (at && size && widget.kind != gd::KindFrame)
+            taken.emplace_back(at->x(), at->y(), size->y(), size->x());
+    }
+    for (int y = Top; y + height <= Bottom; y += Step)
+        for (int x = Left; x + width <= Right; x += Step) {
+            const QRect spot(x, y, width, height);
+            if (std::none_of(taken.begin(), taken.end(),
+                             [&](const QRect& r) { return r.intersects(spot); }))
+                return spot.topLeft();
+        }
+    return {Left, Top};
+}
+
 } // namespace
 
 EditResult moveEntry(const GameDataDocument& doc, int entry, const QString& location)
@@ -421,10 +456,14 @@ EditResult addEntry(const GameDataDocument& doc, const QString& kindWord)
         {gd::Kind::Text, {u"285x1800"_s, QString()}},
     };
     if (k == gd::Kind::Line) {
-        lines << line(gd::XLocation, u"120x1920"_s) << line(gd::YLocation, u"120x120"_s)
-              << line(gd::Width, u"1"_s);
+        const QPoint at = freeSpot(doc, page, 15, 1800);
+        lines << line(gd::XLocation, u"%1x%2"_s.arg(at.x()).arg(at.x() + 1800))
+              << line(gd::YLocation, u"%1x%1"_s.arg(at.y())) << line(gd::Width, u"1"_s);
     } else {
-        lines << line(gd::Location, u"120x120"_s) << line(gd::Size, looks.at(k).first)
+        const QString size = looks.at(k).first;
+        const QPoint at =
+            freeSpot(doc, page, size.section(u'x', 0, 0).toInt(), size.section(u'x', 1, 1).toInt());
+        lines << line(gd::Location, u"%1x%2"_s.arg(at.x()).arg(at.y())) << line(gd::Size, size)
               << line(gd::Caption, looks.at(k).second);
     }
     if (k == gd::Kind::CheckBox || k == gd::Kind::OptionButton || k == gd::Kind::Combo ||
