@@ -23,44 +23,21 @@ struct DesignArgs {
 DesignArgs parse(const QStringList& args)
 {
     DesignArgs parsed;
-    QStringList files;
-    bool appPathGiven = false;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString& arg = args.at(i);
-        const auto value = [&]() -> QString {
-            if (++i >= args.size())
-                throw QStringLiteral("%1 needs a value").arg(arg);
-            return args.at(i);
-        };
-        bool ok = true;
-        if (arg == u"--app-path") {
-            parsed.source.appPath = value();
-            appPathGiven = true;
-        } else if (arg == u"--language") {
-            parsed.source.language = value().toInt(&ok);
-            ok = ok && parsed.source.language >= 0 && parsed.source.language <= 32767;
-        } else if (arg == u"--select") {
-            parsed.select = value().toInt(&ok);
-            ok = ok && parsed.select > 0;
-        } else if (arg == u"--screenshot") {
-            parsed.screenshot = value();
-        } else if (arg.startsWith(u'-') && arg.size() > 1) {
-            throw QStringLiteral("unknown option %1").arg(arg);
-        } else {
-            files.append(arg);
-        }
-        if (!ok)
-            throw QStringLiteral("%1: not a value it takes: %2").arg(arg, args.at(i));
-    }
-    if (files.size() != 1)
-        throw QStringLiteral("design takes one game data file");
-    parsed.source.gameDataPath = QFileInfo(files.first()).absoluteFilePath();
-    if (!appPathGiven) {
-        parsed.source.appPath = preview::defaultAppPath(parsed.source.gameDataPath);
-        if (parsed.source.appPath.isEmpty())
-            throw QStringLiteral("%1 is in no Data folder: give --app-path").arg(files.first());
-    }
-    parsed.source.appPath = QFileInfo(parsed.source.appPath).absoluteFilePath();
+    parsed.source = preview::parsePageArguments(
+        QStringLiteral("design"), args, [&](const QString& arg, const auto& value) {
+            if (arg == u"--select") {
+                const QString text = value();
+                bool ok = false;
+                parsed.select = text.toInt(&ok);
+                if (!ok || parsed.select <= 0)
+                    throw QStringLiteral("%1: not a value it takes: %2").arg(arg, text);
+            } else if (arg == u"--screenshot") {
+                parsed.screenshot = value();
+            } else {
+                return false;
+            }
+            return true;
+        });
     return parsed;
 }
 

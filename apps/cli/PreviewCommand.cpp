@@ -26,50 +26,27 @@ struct PreviewArgs {
 PreviewArgs parse(const QStringList& args)
 {
     PreviewArgs parsed;
-    QStringList files;
-    bool appPathGiven = false;
-    for (int i = 0; i < args.size(); ++i) {
-        const QString& arg = args.at(i);
-        const auto value = [&]() -> QString {
-            if (++i >= args.size())
-                throw QStringLiteral("%1 needs a value").arg(arg);
-            return args.at(i);
-        };
-        bool ok = true;
-        if (arg == u"--watch") {
-            parsed.watch = true;
-        } else if (arg == u"--app-path") {
-            parsed.source.appPath = value();
-            appPathGiven = true;
-        } else if (arg == u"--language") {
-            parsed.source.language = value().toInt(&ok);
-            ok = ok && parsed.source.language >= 0 && parsed.source.language <= 32767;
-        } else if (arg == u"--scale") {
-            parsed.scale = value().toDouble(&ok);
-            ok = ok && parsed.scale >= 0.1 && parsed.scale <= 16;
-        } else if (arg == u"-o" || arg == u"--output") {
-            parsed.output = value();
-        } else if (arg.startsWith(u'-') && arg.size() > 1) {
-            throw QStringLiteral("unknown option %1").arg(arg);
-        } else {
-            files.append(arg);
-        }
-        if (!ok)
-            throw QStringLiteral("%1: not a value it takes: %2").arg(arg, args.at(i));
-    }
-    if (files.size() != 1)
-        throw QStringLiteral("preview takes one game data file");
-    parsed.source.gameDataPath = QFileInfo(files.first()).absoluteFilePath();
+    parsed.source = parsePageArguments(
+        QStringLiteral("preview"), args, [&](const QString& arg, const auto& value) {
+            bool ok = true;
+            if (arg == u"--watch") {
+                parsed.watch = true;
+            } else if (arg == u"--scale") {
+                const QString text = value();
+                parsed.scale = text.toDouble(&ok);
+                if (!ok || parsed.scale < 0.1 || parsed.scale > 16)
+                    throw QStringLiteral("%1: not a value it takes: %2").arg(arg, text);
+            } else if (arg == u"-o" || arg == u"--output") {
+                parsed.output = value();
+            } else {
+                return false;
+            }
+            return true;
+        });
     if (!parsed.watch && parsed.output.isEmpty())
         throw QStringLiteral("preview needs -o PAGE.png (or --watch)");
     if (parsed.watch && !parsed.output.isEmpty())
         throw QStringLiteral("--watch writes no image");
-    if (!appPathGiven) {
-        parsed.source.appPath = defaultAppPath(parsed.source.gameDataPath);
-        if (parsed.source.appPath.isEmpty())
-            throw QStringLiteral("%1 is in no Data folder: give --app-path").arg(files.first());
-    }
-    parsed.source.appPath = QFileInfo(parsed.source.appPath).absoluteFilePath();
     return parsed;
 }
 

@@ -612,12 +612,7 @@ bool DesignerWindow::save()
 // files are watched too: the page shows their texts.
 void DesignerWindow::watchFile()
 {
-    const QDir languages(m_source.appPath + QStringLiteral("/Data/Languages"));
-    QStringList paths{m_source.gameDataPath, QFileInfo(m_source.gameDataPath).absolutePath(),
-                      languages.absolutePath()};
-    for (const QFileInfo& file :
-         languages.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name))
-        paths.append(file.absoluteFilePath());
+    const QStringList paths = preview::watchedPaths(m_source);
     const QStringList watched = m_watcher->files() + m_watcher->directories();
     for (const QString& path : paths)
         if (!watched.contains(path) && QFileInfo::exists(path))

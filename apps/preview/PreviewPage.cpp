@@ -58,6 +58,59 @@ GameEntry previewGame(const PageSource& source)
     return game;
 }
 
+PageSource parsePageArguments(const QString& command, const QStringList& args,
+                              const OtherArgument& other)
+{
+    PageSource source;
+    QStringList files;
+    bool appPathGiven = false;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& arg = args.at(i);
+        const auto value = [&]() -> QString {
+            if (++i >= args.size())
+                throw QStringLiteral("%1 needs a value").arg(arg);
+            return args.at(i);
+        };
+        bool ok = true;
+        if (other && other(arg, value)) {
+            continue;
+        } else if (arg == u"--app-path") {
+            source.appPath = value();
+            appPathGiven = true;
+        } else if (arg == u"--language") {
+            source.language = value().toInt(&ok);
+            ok = ok && source.language >= 0 && source.language <= 32767;
+        } else if (arg.startsWith(u'-') && arg.size() > 1) {
+            throw QStringLiteral("unknown option %1").arg(arg);
+        } else {
+            files.append(arg);
+        }
+        if (!ok)
+            throw QStringLiteral("%1: not a value it takes: %2").arg(arg, args.at(i));
+    }
+    if (files.size() != 1)
+        throw QStringLiteral("%1 takes one game data file").arg(command);
+    source.gameDataPath = QFileInfo(files.first()).absoluteFilePath();
+    if (!appPathGiven) {
+        source.appPath = defaultAppPath(source.gameDataPath);
+        if (source.appPath.isEmpty())
+            throw QStringLiteral("%1 is in no Data folder: give --app-path").arg(files.first());
+    }
+    source.appPath = QFileInfo(source.appPath).absoluteFilePath();
+    return source;
+}
+
+QStringList watchedPaths(const PageSource& source)
+{
+    const QDir languages(source.appPath + QStringLiteral("/Data/Languages"));
+    QStringList paths{source.gameDataPath, QFileInfo(source.gameDataPath).absolutePath(),
+                      languages.absolutePath()};
+    for (const QFileInfo& file :
+         languages.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name))
+        paths.append(file.absoluteFilePath());
+    return paths;
+}
+
 QString checkSource(const PageSource& source)
 {
     if (!loadProfile(source.gameDataPath))

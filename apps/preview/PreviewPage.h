@@ -4,6 +4,9 @@
 
 #include <QImage>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 #include <memory>
 
@@ -27,6 +30,20 @@ struct PageSource {
 // The folder above the nearest folder named "Data" (in any letter case) that
 // holds the file; empty when there is none.
 QString defaultAppPath(const QString& gameDataPath);
+
+// The arguments of a command that shows a page: one game data file,
+// --app-path DIR and --language N. Any other argument is offered to `other`
+// first, which returns whether it took it and may read the value after it
+// with `value`. Throws the message for stderr when they name no page.
+using OtherArgument =
+    std::function<bool(const QString& argument, const std::function<QString()>& value)>;
+PageSource parsePageArguments(const QString& command, const QStringList& args,
+                              const OtherArgument& other);
+
+// The files and folders a window showing the page watches: the file, its
+// folder and the language files with their folder, so that a file saved by
+// renaming a new one over it is noticed.
+QStringList watchedPaths(const PageSource& source);
 
 // The game the page is built for: the game of the host's launcher.ini that
 // names the file, so the page shows what that launcher shows; else a game

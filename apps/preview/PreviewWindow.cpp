@@ -128,12 +128,7 @@ void PreviewWindow::rebuild()
 // again, and watch the folders so a file that comes back is noticed.
 void PreviewWindow::watchFiles()
 {
-    const QDir languages(m_source.appPath + QStringLiteral("/Data/Languages"));
-    QStringList paths{m_source.gameDataPath, QFileInfo(m_source.gameDataPath).absolutePath(),
-                      languages.absolutePath()};
-    for (const QFileInfo& file :
-         languages.entryInfoList({QStringLiteral("*.ini")}, QDir::Files, QDir::Name))
-        paths.append(file.absoluteFilePath());
+    const QStringList paths = watchedPaths(m_source);
     const QStringList watched = m_watcher->files() + m_watcher->directories();
     QStringList missing;
     for (const QString& path : paths)
