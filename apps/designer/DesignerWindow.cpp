@@ -1,5 +1,7 @@
 #include "DesignerWindow.h"
 
+#include "gamedata/GameDataKeys.h"
+
 #include "EntryEdits.h"
 #include "GameDataDocument.h"
 #include "GamePage.h"
@@ -45,7 +47,7 @@ namespace {
 
 using editing::GameDataDocument;
 
-const QString Section = QStringLiteral("Custom Controls");
+namespace gd = qf::gamedata;
 
 class MessageBoxQuestions : public DesignerQuestions {
 public:
@@ -85,51 +87,31 @@ public:
     }
 };
 
-// "AxB" as two numbers.
-std::optional<std::pair<int, int>> pairOf(const std::optional<QString>& value)
-{
-    if (!value)
-        return std::nullopt;
-    const QStringList parts = value->split(u'x', Qt::KeepEmptyParts, Qt::CaseInsensitive);
-    bool ok1 = false, ok2 = false;
-    if (parts.size() != 2)
-        return std::nullopt;
-    const int a = parts[0].trimmed().toInt(&ok1), b = parts[1].trimmed().toInt(&ok2);
-    return ok1 && ok2 ? std::optional(std::pair(a, b)) : std::nullopt;
-}
-
-QString entryKey(int entry, const QString& suffix)
-{
-    return QStringLiteral("Control%1%2").arg(entry).arg(suffix);
-}
-
 // The entries the author can grab: boxes by Location and Size, lines by
 // their ends (X-Location "X1xX2", Y-Location "Y2xY1").
 std::vector<EntryBox> entryBoxes(const GameDataDocument& doc)
 {
+    using editing::numberPair;
     std::vector<EntryBox> boxes;
     for (const auto& [entry, widget] : editing::PageEntries::read(doc).widgets) {
-        if (widget.kind == u"line") {
-            const auto xs =
-                pairOf(doc.value(Section, entryKey(entry, QStringLiteral("X-Location"))));
-            const auto ys =
-                pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Y-Location"))));
+        if (widget.kind == gd::KindLine) {
+            const auto xs = numberPair(doc, entry, gd::XLocation);
+            const auto ys = numberPair(doc, entry, gd::YLocation);
             if (!xs || !ys)
                 continue;
-            const int left = std::min(xs->first, xs->second);
-            const int top = std::min(ys->first, ys->second);
+            const int left = std::min(xs->x(), xs->y());
+            const int top = std::min(ys->x(), ys->y());
             boxes.push_back({entry, widget.kind,
-                             QRect(left, top, std::max(xs->first, xs->second) - left,
-                                   std::max(ys->first, ys->second) - top)});
+                             QRect(left, top, std::max(xs->x(), xs->y()) - left,
+                                   std::max(ys->x(), ys->y()) - top)});
             continue;
         }
-        const auto location =
-            pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Location"))));
-        const auto size = pairOf(doc.value(Section, entryKey(entry, QStringLiteral("Size"))));
+        const auto location = numberPair(doc, entry, gd::Location);
+        const auto size = numberPair(doc, entry, gd::Size);
         if (!location || !size)
             continue;
-        boxes.push_back({entry, widget.kind,
-                         QRect(location->first, location->second, size->second, size->first)});
+        boxes.push_back(
+            {entry, widget.kind, QRect(location->x(), location->y(), size->y(), size->x())});
     }
     return boxes;
 }
@@ -138,17 +120,14 @@ std::vector<EntryBox> entryBoxes(const GameDataDocument& doc)
 QByteArray movedLine(const GameDataDocument& doc, int entry, int dx, int dy)
 {
     QByteArray bytes = doc.bytes();
-    for (const auto& [suffix, by] : {std::pair{QStringLiteral("X-Location"), dx},
-                                     std::pair{QStringLiteral("Y-Location"), dy}}) {
+    for (const auto& [suffix, by] : {std::pair{gd::XLocation, dx}, std::pair{gd::YLocation, dy}}) {
         const GameDataDocument current = GameDataDocument::parse(bytes);
-        const QString key = entryKey(entry, suffix);
-        const auto ends = pairOf(current.value(Section, key));
+        const auto ends = editing::numberPair(current, entry, suffix);
         if (!ends)
             continue;
-        bytes =
-            editing::setKey(current, key,
-                            QStringLiteral("%1x%2").arg(ends->first + by).arg(ends->second + by))
-                .bytes;
+        bytes = editing::setKey(current, gd::entryKey(entry, suffix),
+                                QStringLiteral("%1x%2").arg(ends->x() + by).arg(ends->y() + by))
+                    .bytes;
     }
     return bytes;
 }
@@ -408,7 +387,7 @@ void DesignerWindow::showProperties()
     auto* form = new QFormLayout(panel);
     const int entry = m_overlay->selected();
     const GameDataDocument doc = GameDataDocument::parse(bytes());
-    const auto header = doc.section(Section);
+    const auto header = doc.section(gd::Section);
     // Every entry can be chosen here, lines too, which the page cannot pick.
     auto* entries = new QComboBox(panel);
     entries->setObjectName(QStringLiteral("entry"));
@@ -428,7 +407,7 @@ void DesignerWindow::showProperties()
         for (const int index : doc.keyLines(*header)) {
             const GameDataDocument::Line& line = doc.lines()[size_t(index)];
             const auto key = editing::parseEntryKey(line.name);
-            if (!key || key->entry != entry || doc.keyLine(Section, line.name) != index)
+            if (!key || key->entry != entry || doc.keyLine(gd::Section, line.name) != index)
                 continue;
             const QString suffix = editing::knownSuffix(key->suffix);
             const QString name = line.name;

@@ -378,19 +378,10 @@ EditResult setPlacement(const GameDataDocument& doc, int entry, const QString& s
 QPoint freeSpot(const GameDataDocument& doc, const PageEntries& page, int height, int width)
 {
     constexpr int Top = 1680, Bottom = 2520, Left = 120, Right = 6615, Step = 120;
-    const auto pairOf = [&](int entry, const QString& suffix) -> std::optional<QPoint> {
-        const std::optional<QString> value = doc.value(gd::Section, gd::entryKey(entry, suffix));
-        const QStringList parts =
-            value ? value->split(u'x', Qt::KeepEmptyParts, Qt::CaseInsensitive) : QStringList();
-        bool a = false, b = false;
-        const QPoint p = parts.size() == 2
-                             ? QPoint(parts[0].trimmed().toInt(&a), parts[1].trimmed().toInt(&b))
-                             : QPoint();
-        return a && b ? std::optional(p) : std::nullopt;
-    };
     std::vector<QRect> taken;
     for (const auto& [entry, widget] : page.widgets) {
-        const auto at = pairOf(entry, gd::Location), size = pairOf(entry, gd::Size);
+        const auto at = numberPair(doc, entry, gd::Location);
+        const auto size = numberPair(doc, entry, gd::Size);
         if (at && size && widget.kind != gd::KindFrame)
             taken.emplace_back(at->x(), at->y(), size->y(), size->x());
     }

@@ -7,18 +7,24 @@ namespace qf::editing {
 
 namespace {
 
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r' || c == 0x1A;
-}
-
 // [begin, end) without the blanks around it.
 void trim(const QByteArray& bytes, qsizetype& begin, qsizetype& end)
 {
-    while (begin < end && isBlank(bytes.at(begin)))
+    while (begin < end && isProfileBlank(QLatin1Char(bytes.at(begin))))
         ++begin;
-    while (end > begin && isBlank(bytes.at(end - 1)))
+    while (end > begin && isProfileBlank(QLatin1Char(bytes.at(end - 1))))
         --end;
+}
+
+void insertFirst(QHash<QString, int>& index, const QString& key, int line)
+{
+    if (!index.contains(key))
+        index.insert(key, line);
+}
+
+QString keyIndex(int header, const QString& name)
+{
+    return QString::number(header) + u'\n' + name.trimmed().toCaseFolded();
 }
 
 } // namespace
@@ -46,6 +52,7 @@ GameDataDocument GameDataDocument::parse(QByteArray bytes)
         doc.m_lineEnd = b.mid(firstCr, 2) == "\r\n" ? "\r\n" : "\r";
 
     int section = -1;
+    bool firstOfName = false; // the section is the first of its name
     while (start < b.size()) {
         Line line;
         line.begin = start;
@@ -72,6 +79,9 @@ GameDataDocument GameDataDocument::parse(QByteArray bytes)
             trim(b, line.nameBegin, line.nameEnd);
             line.name = decode(line.nameBegin, line.nameEnd);
             section = int(doc.m_lines.size());
+            const QString folded = line.name.toCaseFolded();
+            firstOfName = !doc.m_firstSection.contains(folded);
+            insertFirst(doc.m_firstSection, folded, section);
         } else {
             line.kind = Line::Kind::Key;
             const qsizetype equals = b.indexOf('=', textBegin);
@@ -90,6 +100,10 @@ GameDataDocument GameDataDocument::parse(QByteArray bytes)
             }
         }
         line.section = section;
+        // Only the first section of a name and the first key of a name in it
+        // are ever found, as the reader finds them.
+        if (line.kind == Line::Kind::Key && firstOfName)
+            insertFirst(doc.m_firstKey, keyIndex(section, line.name), int(doc.m_lines.size()));
         doc.m_lines.push_back(line);
     }
     return doc;
@@ -119,12 +133,8 @@ QByteArray GameDataDocument::encode(const QString& text) const
 
 std::optional<int> GameDataDocument::section(const QString& name) const
 {
-    const QString wanted = name.trimmed();
-    for (int i = 0; i < int(m_lines.size()); ++i)
-        if (m_lines[i].kind == Line::Kind::Header &&
-            m_lines[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
-            return i;
-    return std::nullopt;
+    const auto found = m_firstSection.constFind(name.trimmed().toCaseFolded());
+    return found == m_firstSection.cend() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<int> GameDataDocument::keyLines(int header) const
@@ -141,11 +151,8 @@ std::optional<int> GameDataDocument::keyLine(const QString& section, const QStri
     const std::optional<int> header = this->section(section);
     if (!header)
         return std::nullopt;
-    const QString wanted = key.trimmed();
-    for (const int i : keyLines(*header))
-        if (m_lines[i].name.compare(wanted, Qt::CaseInsensitive) == 0)
-            return i;
-    return std::nullopt;
+    const auto found = m_firstKey.constFind(keyIndex(*header, key));
+    return found == m_firstKey.cend() ? std::nullopt : std::optional(*found);
 }
 
 std::optional<QString> GameDataDocument::value(const QString& section, const QString& key) const

@@ -3,6 +3,7 @@
 #include "platform/Errors.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 
 #include <optional>
@@ -62,6 +63,10 @@ private:
     std::vector<Line> m_lines;
     Encoding m_encoding = Encoding::Utf8;
     QByteArray m_lineEnd = "\n";
+    // Looked up by every read of a key: the first header of each case-folded
+    // name, and the first key line of each name under such a header.
+    QHash<QString, int> m_firstSection;
+    QHash<QString, int> m_firstKey; // "<header>\n<case-folded name>"
 };
 
 } // namespace qf::editing

@@ -3,6 +3,9 @@
 #include "gamedata/GameData.h"
 #include "gamedata/GameDataKeys.h"
 #include "gamedata/ValueSyntax.h"
+#include "platform/Errors.h"
+
+#include <cmath>
 
 namespace qf::editing {
 
@@ -56,6 +59,22 @@ PageEntries PageEntries::read(const GameDataDocument& doc)
             page.widgets[entry] = {kind, ++counters[kind]};
     }
     return page;
+}
+
+std::optional<QPoint> numberPair(const GameDataDocument& doc, int entry, const QString& suffix)
+{
+    const std::optional<QString> value = doc.value(gd::Section, gd::entryKey(entry, suffix));
+    if (!value)
+        return std::nullopt;
+    const syntax::PairValue pair = syntax::splitPair(value->toLower());
+    if (!pair.first)
+        return std::nullopt;
+    try {
+        return QPoint(int(std::lround(syntax::toSingle(*pair.first))),
+                      int(std::lround(syntax::toSingle(pair.second))));
+    } catch (const Error&) {
+        return std::nullopt;
+    }
 }
 
 std::optional<RuleTarget> parseRuleTarget(const QString& rule)

@@ -2,6 +2,7 @@
 
 #include "GameDataDocument.h"
 
+#include <QPoint>
 #include <QString>
 
 #include <map>
@@ -46,6 +47,11 @@ struct PageEntries {
     // The lower-cased Type of an entry as the builder reads it.
     static QString kindOf(const GameDataDocument& doc, int entry);
 };
+
+// An entry's "AxB" value (Location, Size, X-Location, Y-Location) as the two
+// numbers the control reads from it, rounded to whole twips; nullopt when the
+// key is missing or the control would not read two numbers from it.
+std::optional<QPoint> numberPair(const GameDataDocument& doc, int entry, const QString& suffix);
 
 // The widget a rule names, as the click handlers find it: the kind by the first
 // five letters, the index the digits between the kind word and the first ";;".
