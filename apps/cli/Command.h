@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include <optional>
 #include <span>
 
 namespace qf::cli {
@@ -33,6 +34,34 @@ struct Command {
     // nullptr for a command that main runs before the application exists.
     int (*run)(const QStringList& args, Io& io);
 };
+
+// For the commands main runs before the application exists: the arguments
+// after the command's name, given to `parse`, which throws the message for
+// stderr when they are wrong; then nullopt, with the message and the usage hint
+// said on stderr.
+template <typename Parse>
+auto parseCommandLine(int argc, char** argv, Parse parse)
+    -> std::optional<decltype(parse(QStringList()))>
+{
+    QStringList args;
+    for (int i = 2; i < argc; ++i)
+        args.append(QString::fromLocal8Bit(argv[i]));
+    try {
+        return parse(args);
+    } catch (const QString& message) {
+        QTextStream(stderr) << "qforms: " << message
+                            << "\nTry 'qforms --help' for more information.\n";
+        return std::nullopt;
+    }
+}
+
+// Whether a window could be shown: a Qt platform chosen, or a display.
+inline bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") ||
+           !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
 
 // The commands, each defined in its own file.
 extern const Command readCommand;

@@ -1,5 +1,7 @@
 #include "DesignCommand.h"
 
+#include "Command.h"
+
 #include "DesignerWindow.h"
 #include "GameDataDocument.h"
 #include "PreviewPage.h"
@@ -45,19 +47,12 @@ DesignArgs parse(const QStringList& args)
 
 int runDesignCommand(int argc, char** argv)
 {
-    QStringList args;
-    for (int i = 2; i < argc; ++i)
-        args.append(QString::fromLocal8Bit(argv[i]));
     QTextStream err(stderr);
-    DesignArgs parsed;
-    try {
-        parsed = parse(args);
-    } catch (const QString& message) {
-        err << "qforms: " << message << "\nTry 'qforms --help' for more information.\n";
+    const std::optional<DesignArgs> arguments = cli::parseCommandLine(argc, argv, parse);
+    if (!arguments)
         return 2;
-    }
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
-        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+    const DesignArgs& parsed = *arguments;
+    if (!cli::hasDisplay()) {
         err << "qforms: design needs a display\n";
         return 2;
     }

@@ -1,5 +1,7 @@
 #include "PreviewCommand.h"
 
+#include "Command.h"
+
 #include "Lint.h"
 #include "platform/Errors.h"
 
@@ -67,19 +69,12 @@ lint::Findings findingsOf(const QString& path, const QString& appPath)
 
 int runPreviewCommand(int argc, char** argv)
 {
-    QStringList args;
-    for (int i = 2; i < argc; ++i)
-        args.append(QString::fromLocal8Bit(argv[i]));
     QTextStream err(stderr);
-    PreviewArgs parsed;
-    try {
-        parsed = parse(args);
-    } catch (const QString& message) {
-        err << "qforms: " << message << "\nTry 'qforms --help' for more information.\n";
+    const std::optional<PreviewArgs> arguments = cli::parseCommandLine(argc, argv, parse);
+    if (!arguments)
         return 2;
-    }
-    if (parsed.watch && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
-        qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+    const PreviewArgs& parsed = *arguments;
+    if (parsed.watch && !cli::hasDisplay()) {
         err << "qforms: --watch needs a display\n";
         return 2;
     }
